@@ -35,8 +35,8 @@ class NotFound : public Error {
 class DuplicateKey : public Error {
   public:
     DuplicateKey(std::string_view collection, std::string_view key)
-        : Error(457, "\"" + std::string(key) + "\" stands in " + std::string(collection) +
-                         " already") {}
+        : Error(457,
+                "\"" + std::string(key) + "\" stands in " + std::string(collection) + " already") {}
 };
 
 /// A number too large for the integer that has to hold it. Number 6.
@@ -60,7 +60,15 @@ class TypeMismatch : public Error {
 /// Fields that refer to each other in a ring. Number 28.
 class EndlessReference : public Error {
   public:
-    explicit EndlessReference(const std::string& what) : Error(28, "Endless reference: " + what) {}
+    explicit EndlessReference(const std::string& what)
+        : Error(28, "Out of stack space: " + what + " refers back to itself") {}
+};
+
+/// A hook that failed at run time. The words that were written before it stay: the change itself
+/// was sound.
+class ScriptFailure : public Error {
+  public:
+    using Error::Error;
 };
 
 } // namespace zentrel

@@ -16,7 +16,7 @@ namespace zentrel {
 /// An ordered collection of shared objects: positions count from 1, look-ups by key don't regard
 /// case, a key can stand once. An item may have no key. A look-up that finds nothing throws
 /// NotFound with the collection's name and the key.
-template <typename T>
+template<typename T>
 class KeyedCollection {
   public:
     using Item = std::shared_ptr<T>;

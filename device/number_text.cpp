@@ -40,7 +40,8 @@ Decimal Decompose(double value) {
     auto power = text.substr(mark + 1);
     if (power.front() == '+') power.remove_prefix(1);
     std::from_chars(power.data(), power.data() + power.size(), result.exponent);
-    while (result.digits.size() > 1 && result.digits.back() == '0') result.digits.pop_back();
+    while (result.digits.size() > 1 && result.digits.back() == '0')
+        result.digits.pop_back();
     return result;
 }
 
@@ -99,7 +100,7 @@ std::optional<std::uint32_t> ParseHexDigits(std::string_view text) {
     return bits;
 }
 
-template <typename Integer>
+template<typename Integer>
 std::optional<Integer> Fit(double value) {
     if (!std::isfinite(value)) return {};
     const double rounded = RoundHalfEven(value);
@@ -110,12 +111,13 @@ std::optional<Integer> Fit(double value) {
     return static_cast<Integer>(rounded);
 }
 
-template <typename Bits>
+template<typename Bits>
 std::string Hex(Bits bits) {
     std::array<char, 16> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), bits, 16).ptr;
     std::string text(buffer.data(), end);
-    for (char& c : text) c = AsciiUpper(c);
+    for (char& c : text)
+        c = AsciiUpper(c);
     return text;
 }
 
@@ -136,8 +138,12 @@ std::string NumberToSignedText(double value) {
     return text.front() == '-' ? text : ' ' + text;
 }
 
-std::string HexText(std::int16_t value) { return Hex(static_cast<std::uint16_t>(value)); }
-std::string HexText(std::int32_t value) { return Hex(static_cast<std::uint32_t>(value)); }
+std::string HexText(std::int16_t value) {
+    return Hex(static_cast<std::uint16_t>(value));
+}
+std::string HexText(std::int32_t value) {
+    return Hex(static_cast<std::uint32_t>(value));
+}
 
 std::optional<double> ParseNumber(std::string_view text) {
     text = TrimBlanks(text);
@@ -190,10 +196,16 @@ std::optional<bool> ParseFileBool(std::string_view text) {
     return *value != 0.0;
 }
 
-double RoundHalfEven(double value) { return std::nearbyint(value); }
+double RoundHalfEven(double value) {
+    return std::nearbyint(value);
+}
 
-std::optional<std::int16_t> ToInt16(double value) { return Fit<std::int16_t>(value); }
-std::optional<std::int32_t> ToInt32(double value) { return Fit<std::int32_t>(value); }
+std::optional<std::int16_t> ToInt16(double value) {
+    return Fit<std::int16_t>(value);
+}
+std::optional<std::int32_t> ToInt32(double value) {
+    return Fit<std::int32_t>(value);
+}
 
 std::int16_t RoundToInteger(double value) {
     if (const auto fit = ToInt16(value)) return *fit;

@@ -25,7 +25,9 @@ std::string HexText(std::int32_t value);
 std::optional<double> ParseNumber(std::string_view text);
 
 /// What the entry boxes ask before they use a text.
-inline bool IsNumeric(std::string_view text) { return ParseNumber(text).has_value(); }
+inline bool IsNumeric(std::string_view text) {
+    return ParseNumber(text).has_value();
+}
 
 /// As files have numbers: ParseNumber, and "&H" with hexadecimal digits (at most 8).
 std::optional<double> ParseFileNumber(std::string_view text);

@@ -15,7 +15,9 @@ constexpr char AsciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 constexpr bool EqualNoCase(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
@@ -35,13 +37,15 @@ constexpr std::string_view TrimBlanks(std::string_view text) {
 
 inline std::string ToUpper(std::string_view text) {
     std::string result(text);
-    for (char& c : result) c = AsciiUpper(c);
+    for (char& c : result)
+        c = AsciiUpper(c);
     return result;
 }
 
 inline std::string ToLower(std::string_view text) {
     std::string result(text);
-    for (char& c : result) c = AsciiLower(c);
+    for (char& c : result)
+        c = AsciiLower(c);
     return result;
 }
 

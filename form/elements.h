@@ -148,7 +148,7 @@ struct MenuItem {
 };
 
 /// A control array: index to element, with addresses that stay put while it grows.
-template <typename T>
+template<typename T>
 using ElementArray = std::deque<T>;
 
 } // namespace zentrel

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "device/bit_word.h"
+#include "device/errors.h"
+
+namespace zentrel {
+
+class cRegister;
+
+/// What the field operation under way has written. A field may drive a chain of other fields; when
+/// a name in that chain leads nowhere, every word goes back to what it was before the operation.
+class WordJournal {
+  public:
+    /// Runs one step of an operation on the field `name`. Steps nest; the outermost one owns the
+    /// undo. Fields that refer to each other in a ring end in EndlessReference.
+    template<typename Step>
+    decltype(auto) Run(std::string_view name, Step&& step) {
+        const Nesting nesting(*this, name);
+        try {
+            return std::forward<Step>(step)();
+        } catch (const ScriptFailure&) {
+            throw;
+        } catch (...) {
+            if (depth_ == 1) Undo();
+            throw;
+        }
+    }
+
+    /// Remembers a register's word before its first write in this operation.
+    void Note(cRegister& reg);
+
+  private:
+    static constexpr int kDeepest = 64;
+
+    struct Entry {
+        cRegister* reg;
+        BitWord word;
+        bool change;
+    };
+
+    class Nesting {
+      public:
+        Nesting(WordJournal& journal, std::string_view name) : journal_(journal) {
+            if (journal.depth_ >= kDeepest) throw EndlessReference(std::string(name));
+            ++journal.depth_;
+        }
+        ~Nesting() {
+            if (--journal_.depth_ == 0) journal_.entries_.clear();
+        }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+
+      private:
+        WordJournal& journal_;
+    };
+
+    void Undo();
+
+    int depth_ = 0;
+    std::vector<Entry> entries_;
+};
+
+} // namespace zentrel
