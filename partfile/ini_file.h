@@ -61,27 +61,22 @@ class IniFiles {
     friend class ReadScope;
     friend class WriteScope;
 
-    struct Edit {
-        std::string section;
-        std::string key;
-        std::string value;
-    };
     struct Entry;
 
     Entry& Open(std::string_view file);
+    Entry& EntryOf(std::string_view file);
     void Load(Entry& entry);
     bool Replace(Entry& entry);
-    bool CommitAll();
+    bool ReplaceAll();
+    bool Fail(Entry& entry, const std::string& reason);
     void BeginScope();
     void EndScope();
-    void Forget();
 
     AppPath folder_;
     std::unique_ptr<FileStore> store_;
     std::map<std::string, std::unique_ptr<Entry>, std::less<>> byRealPath_;
-    std::map<std::string, Entry*, std::less<>> byName_; // of the current scope
-    Entry* last_ = nullptr;
-    std::unique_ptr<Entry> impossible_; // stands for every path that no file can have
+    std::map<std::string, Entry*, std::less<>> byName_; // as looked up in the current scope
+    std::unique_ptr<Entry> impossible_;                 // for every path that no file can have
     int scopes_ = 0;
     int writeScopes_ = 0;
     std::vector<WriteFailure> failures_;
@@ -117,6 +112,7 @@ class WriteScope {
   private:
     IniFiles& files_;
     bool open_ = true;
+    bool done_ = true;
 };
 
 } // namespace zentrel

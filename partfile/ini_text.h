@@ -41,41 +41,45 @@ class IniText {
     /// The text with all changes in it.
     std::string Text() const;
 
-    bool empty() const { return size_ == 0 && sections_.empty(); }
-
   private:
     struct Span {
         std::uint32_t at = 0;
         std::uint32_t length = 0;
     };
-    struct Key {
-        SectionId section = 0;
-        Span name;
-        Span value; // as it reads
-    };
-    struct Section {
-        Span name;
-        std::uint32_t insertAt = 0; // behind the last key's line, or the heading's
-        std::vector<std::uint32_t> added;
+    // A key of a section, or a section's heading (then `owner` is kHeadings).
+    struct Name {
+        std::uint32_t owner = 0;
+        Span text;
+        Span value; // as it reads; of a heading, `at` is the SectionId
     };
     struct Slot {
         std::uint32_t hash = 0;
-        std::uint32_t key = 0; // 1 and up; 0 is free
+        std::uint32_t name = 0; // 1 and up; 0 is free
     };
+    struct Line {
+        std::uint32_t begin = 0; // behind the blanks in front
+        std::uint32_t end = 0;   // ahead of the line end
+        std::uint32_t next = 0;
+    };
+    struct NewKeys {
+        Span heading; // of a new section
+        std::vector<std::uint32_t> names;
+    };
+    struct Splice;
 
     void Parse();
-    void ParseLine(std::uint32_t begin, std::uint32_t end, std::uint32_t next,
-                   std::optional<SectionId>& current);
-    std::optional<SectionId> OpenSection(std::uint32_t begin, std::uint32_t end,
-                                         std::uint32_t next);
-    void BuildIndex();
-    bool AddToIndex(std::uint32_t key);
-    std::uint32_t FindKey(SectionId section, std::string_view name) const;
-    void ReplaceValue(std::uint32_t key, std::string_view value);
-    void AddKey(SectionId section, std::string_view name, std::string_view value);
+    void ParseHeading(const Line& line);
+    void ParseKey(const Line& line);
+    bool AddName(const Name& name);
+    void Grow();
+    const Name* FindName(std::uint32_t owner, std::string_view text) const;
+    void ReplaceValue(std::uint32_t name, std::string_view value);
+    void AddKey(SectionId section, std::string_view key, std::string_view value);
     SectionId AddSection(std::string_view name);
     Span Keep(std::string_view text);
-    Span ReadableValue(Span raw) const;
+    Span Readable(Span value) const;
+    Splice ReplacementOf(std::uint32_t name, Span value) const;
+    void AppendKeys(const NewKeys& keys, std::string& text) const;
     std::string_view View(Span span) const {
         return std::string_view(bytes_).substr(span.at, span.length);
     }
@@ -83,12 +87,18 @@ class IniText {
     std::string bytes_;      // the text as it was given, then whatever was added
     std::uint32_t size_ = 0; // of the text as it was given
     std::string_view lineEnd_ = "\r\n";
-    std::vector<Section> sections_;
-    std::vector<Key> keys_;
-    std::vector<Slot> slots_;
-    std::map<std::uint32_t, Span> replaced_; // key to what now stands behind its "="
-    std::map<std::uint32_t, Span> addedValues_;
-    SectionId firstAddedSection_ = 0;
+    std::vector<Name> names_;
+    std::vector<Slot> slots_; // open addressing into names_
+    std::size_t used_ = 0;    // slots
+    // Behind each section's last key's line, or its heading's: where a new key goes.
+    std::vector<std::uint32_t> insertAt_;
+    std::optional<SectionId> parsing_; // the section that takes the next line's key
+
+    // Changes since the text was given. Names and sections from these numbers on are new.
+    std::uint32_t firstNewName_ = 0;
+    SectionId firstNewSection_ = 0;
+    std::map<std::uint32_t, Span> written_; // name to what stands behind "="
+    std::map<SectionId, NewKeys> added_;
 };
 
 } // namespace zentrel
