@@ -21,7 +21,9 @@ constexpr std::int64_t kNsPerSecond = 1'000'000'000;
 // Well above the tick of any file system's clock but that of FAT, which has whole seconds.
 constexpr std::int64_t kSettledNs = 100'000'000;
 
-std::string Reason(int error) { return std::generic_category().message(error); }
+std::string Reason(int error) {
+    return std::generic_category().message(error);
+}
 
 class Descriptor {
   public:
@@ -218,6 +220,8 @@ class DiskStore final : public FileStore {
 
 } // namespace
 
-std::unique_ptr<FileStore> MakeDiskStore() { return std::make_unique<DiskStore>(); }
+std::unique_ptr<FileStore> MakeDiskStore() {
+    return std::make_unique<DiskStore>();
+}
 
 } // namespace zentrel

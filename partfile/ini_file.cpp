@@ -39,7 +39,8 @@ IniFiles::~IniFiles() = default;
 std::string IniFiles::GetPrivateSetting(std::string_view file, std::string_view section,
                                         std::string_view key, std::string_view defaultValue) {
     if (const auto value = View(file).Find(section, key)) return std::string(*value);
-    while (!defaultValue.empty() && defaultValue.back() == ' ') defaultValue.remove_suffix(1);
+    while (!defaultValue.empty() && defaultValue.back() == ' ')
+        defaultValue.remove_suffix(1);
     return std::string(defaultValue);
 }
 
@@ -55,7 +56,9 @@ bool IniFiles::SetPrivateSetting(std::string_view file, std::string_view section
     return scope.Commit();
 }
 
-const IniText& IniFiles::View(std::string_view file) { return Open(file).text; }
+const IniText& IniFiles::View(std::string_view file) {
+    return Open(file).text;
+}
 
 std::optional<std::string> IniFiles::ReadFailure(std::string_view file) {
     const Entry& entry = Open(file);
@@ -63,7 +66,9 @@ std::optional<std::string> IniFiles::ReadFailure(std::string_view file) {
     return entry.refusal;
 }
 
-std::vector<WriteFailure> IniFiles::TakeWriteFailures() { return std::exchange(failures_, {}); }
+std::vector<WriteFailure> IniFiles::TakeWriteFailures() {
+    return std::exchange(failures_, {});
+}
 
 IniFiles::Entry& IniFiles::EntryOf(std::string_view file) {
     const auto realPath = folder_.Resolve(file);
@@ -104,9 +109,8 @@ void IniFiles::Load(Entry& entry) {
 }
 
 bool IniFiles::Fail(Entry& entry, const std::string& reason) {
-    const bool told = std::any_of(failures_.begin(), failures_.end(), [&](const auto& failure) {
-        return failure.file == entry.name;
-    });
+    const bool told = std::any_of(failures_.begin(), failures_.end(),
+                                  [&](const auto& failure) { return failure.file == entry.name; });
     if (!told) failures_.push_back({entry.name, reason});
     return false;
 }
@@ -118,7 +122,8 @@ bool IniFiles::Replace(Entry& entry) {
     StoredFile now = store_->Read(entry.realPath);
     if (!now.refusal.empty()) return Fail(entry, now.refusal);
     IniText text(now.bytes);
-    for (const auto& edit : edits) text.Set(edit.section, edit.key, edit.value);
+    for (const auto& edit : edits)
+        text.Set(edit.section, edit.key, edit.value);
     const std::string bytes = text.Text();
     if (bytes.size() > kMaxFileSize) return Fail(entry, "The file would grow too large");
     if (!now.stamp.exists || bytes != now.bytes) {
@@ -137,17 +142,24 @@ bool IniFiles::ReplaceAll() {
     return done;
 }
 
-void IniFiles::BeginScope() { ++scopes_; }
+void IniFiles::BeginScope() {
+    ++scopes_;
+}
 
 void IniFiles::EndScope() {
     if (--scopes_ > 0) return;
     byName_.clear();
-    for (auto& [path, entry] : byRealPath_) entry->current = false;
+    for (auto& [path, entry] : byRealPath_)
+        entry->current = false;
 }
 
-ReadScope::ReadScope(IniFiles& files) : files_(files) { files_.BeginScope(); }
+ReadScope::ReadScope(IniFiles& files) : files_(files) {
+    files_.BeginScope();
+}
 
-ReadScope::~ReadScope() { files_.EndScope(); }
+ReadScope::~ReadScope() {
+    files_.EndScope();
+}
 
 WriteScope::WriteScope(IniFiles& files) : files_(files) {
     files_.BeginScope();
