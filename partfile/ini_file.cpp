@@ -4,11 +4,23 @@
 #include <exception>
 #include <utility>
 
+#include "partfile/utf16.h"
+
 namespace zentrel {
 namespace {
 
 // Files kept parsed between calls: the part file, the catalogue, a setup file and one to spare.
 constexpr std::size_t kKeptFiles = 4;
+
+IniText Decoded(const std::string& bytes) {
+    auto text = FromUtf16(bytes);
+    return IniText(text ? *std::move(text) : bytes);
+}
+
+// The text as it is stored in a file that has had `before` in it.
+std::string Encoded(const IniText& text, const std::string& before) {
+    return FromUtf16(before) ? ToUtf16(text.Text()) : text.Text();
+}
 
 } // namespace
 
@@ -104,7 +116,7 @@ void IniFiles::Load(Entry& entry) {
     StoredFile file = store_->Read(entry.realPath);
     entry.stamp = file.stamp;
     entry.refusal = std::move(file.refusal);
-    entry.text = IniText(std::move(file.bytes));
+    entry.text = Decoded(file.bytes);
     entry.valid = file.settled;
 }
 
@@ -121,10 +133,10 @@ bool IniFiles::Replace(Entry& entry) {
     const auto edits = std::exchange(entry.edits, {});
     StoredFile now = store_->Read(entry.realPath);
     if (!now.refusal.empty()) return Fail(entry, now.refusal);
-    IniText text(now.bytes);
+    IniText text = Decoded(now.bytes);
     for (const auto& edit : edits)
         text.Set(edit.section, edit.key, edit.value);
-    const std::string bytes = text.Text();
+    const std::string bytes = Encoded(text, now.bytes);
     if (bytes.size() > kMaxFileSize) return Fail(entry, "The file would grow too large");
     if (!now.stamp.exists || bytes != now.bytes) {
         const auto reason = store_->Replace(entry.realPath, bytes);
