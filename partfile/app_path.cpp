@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 #include "device/text.h"
 
@@ -40,8 +39,7 @@ bool Exists(const std::string& path) {
 std::string NameOnDisk(const std::string& folder, const std::string& name) {
     std::string best;
     std::error_code error;
-    for (fs::directory_iterator it(folder.empty() ? "/" : folder, error), end; !error && it != end;
-         it.increment(error)) {
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
         std::string found = it->path().filename().string();
         if (EqualNoCase(found, name) && (best.empty() || found < best)) best = std::move(found);
     }
@@ -68,8 +66,13 @@ std::optional<std::string> AppPath::Resolve(std::string_view path) const {
         const std::string name(rest.begin(), end);
         rest.remove_prefix(std::min(name.size() + 1, rest.size()));
         if (name.empty()) continue;
-        const std::string folder = std::exchange(real, real + '/' + name);
-        if (!Exists(real)) real = folder + '/' + NameOnDisk(folder, name);
+        real += '/';
+        const std::size_t folderLength = real.size();
+        real += name;
+        if (!Exists(real)) {
+            real.resize(folderLength);
+            real += NameOnDisk(real, name);
+        }
     }
     return real;
 }
