@@ -18,7 +18,7 @@ std::uint32_t ByteAt(std::string_view bytes, std::size_t at) {
 }
 
 std::uint32_t UnitAt(std::string_view bytes, std::size_t at) {
-    return ByteAt(bytes, at) | ByteAt(bytes, at + 1) << 8U;
+    return ByteAt(bytes, at) | (at + 1 < bytes.size() ? ByteAt(bytes, at + 1) << 8U : 0U);
 }
 
 void AppendUtf8(std::uint32_t character, std::string& text) {
@@ -62,7 +62,7 @@ void AppendUnit(std::uint32_t unit, std::string& bytes) {
 } // namespace
 
 std::optional<std::string> FromUtf16(std::string_view bytes) {
-    if (!bytes.starts_with(kMark) || bytes.size() % 2 != 0) return {};
+    if (!bytes.starts_with(kMark)) return {};
     std::string text;
     text.reserve(bytes.size() / 2);
     for (std::size_t at = kMark.size(); at < bytes.size(); at += 2) {
