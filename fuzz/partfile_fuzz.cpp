@@ -41,7 +41,8 @@ void CheckText(std::string_view section, std::string_view key, std::string_view 
     Require(again.Text() == ini.Text());
     Require(again.Find(section, key) == ini.Find(section, key));
     Require(again.Find("SETUP", "CLOCK") == ini.Find("SETUP", "CLOCK"));
-    if (const auto wide = FromUtf16(text)) Require(ToUtf16(*wide) == text);
+    const auto wide = FromUtf16(text);
+    if (wide && text.size() % 2 == 0) Require(ToUtf16(*wide) == text);
     // A change of a plain key leaves the others.
     const bool plain = value.find_first_of("\r\n") == std::string_view::npos;
     if (plain && other && key == "DATA") Require(again.Find("SETUP", "CLOCK") == before);

@@ -33,12 +33,20 @@ TEST(Utf16, comes_and_goes_without_loss) {
               Wide(u"\u00B5\u00E2\u0082 \u00F4\u0090\u0080\u0080\u00C0\u0080"));
 }
 
-TEST(Utf16, is_told_by_its_mark_and_an_even_length) {
-    for (const auto& bytes : {""s, "\xFF"s, "\xFE\xFF\0A"s, "A\0"s,
-                              "\xFF\xFE"
-                              "A"s}) {
+TEST(Utf16, is_told_by_its_mark) {
+    for (const auto& bytes : {""s, "\xFF"s, "\xFE\xFF\0A"s, "A\0"s}) {
         EXPECT_EQ(FromUtf16(bytes), std::nullopt);
     }
+    EXPECT_EQ(FromUtf16("\xFF\xFE\x41"), "A"); // cut off in the middle of a character
+}
+
+// Found by fuzzing: such a file was taken for bytes, and for UTF-16 once it had grown.
+TEST(Utf16, files_of_an_odd_length_read_the_same_before_and_after_a_write) {
+    MemoryStore::Files stored;
+    IniFiles files(AppPath("/z"), std::make_unique<MemoryStore>(stored));
+    stored.bytes["/a.ini"] = Wide(u"[s]\nk=1\n") + ';';
+    EXPECT_TRUE(files.SetPrivateSetting("/a.ini", "s", "l", "2"));
+    EXPECT_EQ(stored.bytes["/a.ini"], Wide(u"[s]\nk=1\nl=2\n;"));
 }
 
 TEST(Utf16, ini_files_stay_so_when_they_are_written) {
