@@ -8,17 +8,19 @@ namespace zentrel {
 
 void WordJournal::Note(cRegister& reg) {
     if (depth_ == 0) return;
-    const bool known = std::any_of(entries_.begin(), entries_.end(),
-                                   [&](const Entry& entry) { return entry.reg == &reg; });
+    const bool known =
+        std::any_of(entries_.begin() + static_cast<std::ptrdiff_t>(begin_), entries_.end(),
+                    [&](const Entry& entry) { return entry.reg == &reg; });
     if (!known) entries_.push_back({&reg, reg.word_, reg.change_});
 }
 
 void WordJournal::Undo() {
-    for (Entry& entry : entries_) {
+    while (entries_.size() > begin_) {
+        Entry& entry = entries_.back();
         entry.reg->word_ = std::move(entry.word);
         entry.reg->change_ = entry.change;
+        entries_.pop_back();
     }
-    entries_.clear();
 }
 
 } // namespace zentrel

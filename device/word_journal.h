@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -30,7 +31,26 @@ class WordJournal {
         }
     }
 
-    /// Remembers a register's word before its first write in this operation.
+    /// Runs one change that consists of several field operations, all or nothing: when `step` gives
+    /// false or throws, every word goes back to what it was before it. Attempts nest, in each other
+    /// and in steps. A hook that fails leaves what was written, as in Run.
+    template<typename Step>
+    bool Attempt(std::string_view name, Step&& step) {
+        const Nesting nesting(*this, name);
+        const Savepoint savepoint(*this);
+        try {
+            if (std::forward<Step>(step)()) return true;
+        } catch (const ScriptFailure&) {
+            throw;
+        } catch (...) {
+            Undo();
+            throw;
+        }
+        Undo();
+        return false;
+    }
+
+    /// Remembers a register's word before its first write since the operation or attempt began.
     void Note(cRegister& reg);
 
   private:
@@ -58,9 +78,25 @@ class WordJournal {
         WordJournal& journal_;
     };
 
+    // What an attempt notes stays behind it for the one around it.
+    class Savepoint {
+      public:
+        explicit Savepoint(WordJournal& journal) : journal_(journal), outer_(journal.begin_) {
+            journal_.begin_ = journal_.entries_.size();
+        }
+        ~Savepoint() { journal_.begin_ = outer_; }
+        Savepoint(const Savepoint&) = delete;
+        Savepoint& operator=(const Savepoint&) = delete;
+
+      private:
+        WordJournal& journal_;
+        std::size_t outer_;
+    };
+
     void Undo();
 
     int depth_ = 0;
+    std::size_t begin_ = 0; // of what the innermost attempt has noted
     std::vector<Entry> entries_;
 };
 
