@@ -141,6 +141,13 @@ void cPLL::SetOutDivider(int output, std::int32_t divider) {
     FollowOutputField(output);
 }
 
+void cPLL::Restore(const Held& held) {
+    crystal_ = held.crystalHz;
+    nDivInput_ = held.nDivInput;
+    out_ = held.outputDividers;
+    extra1_ = held.extra1;
+}
+
 void cPLL::save_extra_pll_n_div_1() const {
     part_.upward().partFile->WriteKey(part_.ID, "PLLS", "EXTRA_PLL_N_DIV_1_" + KeyNumber(entry),
                                       NumberToText(extra1_));

@@ -129,6 +129,16 @@ class cPLL {
     /// Held for scripts; the arithmetic asks the session's option.
     void SetVCOFixed(bool fixed) { vcoFixed_ = fixed; }
 
+    /// What the block holds beside its counters, for undoing a change that failed.
+    struct Held {
+        double crystalHz = 0;
+        double nDivInput = 0;
+        std::array<std::int32_t, 2> outputDividers{};
+        std::int16_t extra1 = 1;
+    };
+    Held held() const { return {crystal_, nDivInput_, out_, extra1_}; }
+    void Restore(const Held& held);
+
     /// Index of the block's entry in its file, whatever entries before it were left out.
     int entry = 0;
     /// The block's diagram.
