@@ -136,9 +136,11 @@ void cBurst::PlayPins() const {
 }
 
 void cBurst::PlayDelay() const {
-    // A count of passes, not a time: the volatile keeps every one of them.
-    for (volatile std::int64_t i = 0; i <= Delay; i = i + 1) {
-    }
+    // A count of passes, not a time; reading through the volatile keeps every one of them.
+    const volatile std::int64_t last = Delay;
+    std::int64_t i = 0;
+    while (i <= last)
+        ++i;
 }
 
 } // namespace zentrel

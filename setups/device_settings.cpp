@@ -13,7 +13,7 @@ namespace zentrel {
 bool SaveDeviceSettings(cPart& part, IniFiles& files) {
     const std::string file = files.Folder().PartFilePath(part.ID);
     WriteScope scope(files);
-    if (files.View(file).empty()) return true;
+    if (files.View(file).Text().empty()) return true;
     const auto write = [&](std::string_view section, const std::string& key,
                            const std::string& value) {
         files.SetPrivateSetting(file, section, key, value);

@@ -29,6 +29,16 @@ class SectionWriter {
 
 // One section's keys on their way out; a value that is no number ends the restore at its key.
 class SectionReader {
+    template<typename Parse>
+    auto Convert(const std::string& key, const std::string& text, Parse parse) {
+        const auto value = parse(text);
+        if (!value) {
+            throw SetupFileError(13, file_, section_, key, text.substr(0, 40),
+                                 "this is no number that fits here");
+        }
+        return *value;
+    }
+
   public:
     SectionReader(IniFiles& files, std::string_view file, std::string_view section)
         : files_(files), file_(file), section_(section) {}
@@ -61,16 +71,6 @@ class SectionReader {
     }
 
   private:
-    template<typename Parse>
-    auto Convert(const std::string& key, const std::string& text, Parse parse) {
-        const auto value = parse(text);
-        if (!value) {
-            throw SetupFileError(13, file_, section_, key, text.substr(0, 40),
-                                 "this is no number that fits here");
-        }
-        return *value;
-    }
-
     IniFiles& files_;
     std::string_view file_;
     std::string_view section_;
