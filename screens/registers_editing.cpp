@@ -141,6 +141,7 @@ void RegistersScreen::KeyPress(int row, char key) {
             displays.UpdateCLKDISTDisplay();
             displays.UpdateBitDisplay();
             displays.UpdateRegisterDisplay();
+            ShowHex(row);
         }
     }
     StepTowardsMsb(row);

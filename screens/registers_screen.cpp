@@ -8,6 +8,7 @@
 #include "device/bit_string.h"
 #include "device/number_text.h"
 #include "device/part.h"
+#include "transport/load_path.h"
 #include "transport/readback.h"
 
 namespace zentrel {
@@ -93,11 +94,13 @@ void RegistersScreen::RegisterLengthChanged(int bits) {
         tens += static_cast<char>('0' + i / 10 % 10);
         ones += static_cast<char>('0' + i % 10);
     }
-    lblTens[0].Caption = Spaced(tens);
-    lblOnes[0].Caption = Spaced(ones);
     if (msbFirst_) {
-        Reverse(lblTens[0]);
-        Reverse(lblOnes[0]);
+        std::reverse(tens.begin(), tens.end());
+        std::reverse(ones.begin(), ones.end());
+    }
+    for (std::size_t i = 0; i < lblTens.size(); ++i) {
+        lblTens[i].Caption = Spaced(tens);
+        lblOnes[i].Caption = Spaced(ones);
     }
     ++layout_;
 }
