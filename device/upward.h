@@ -28,6 +28,8 @@ class Displays {
     virtual void UpdateRegisterDisplay() {}
     virtual void UpdatePortDisplay() {}
     virtual void UpdateBurstDisplay() {}
+    /// Follows in the loop filter's dialog; no part of the six.
+    virtual void UpdateLoopFilterDisplay() {}
 };
 
 enum class MessageIcon { None, Information, Exclamation, Critical };
