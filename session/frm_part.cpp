@@ -2,10 +2,12 @@
 
 #include <optional>
 
+#include "clock/clock_display.h"
 #include "clock/clock_setup.h"
 #include "partfile/catalogue.h"
 #include "partfile/migration.h"
 #include "session/part_loader.h"
+#include "synth/pll_display.h"
 #include "synth/pll_setup.h"
 #include "transport/auto_reload.h"
 #include "transport/lpt_route.h"
@@ -46,6 +48,8 @@ FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes)
       partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
     ConnectUpward();
     ConnectMenu();
+    displays.PLLs = [this] { UpdatePLLDisplay(part); };
+    displays.ClkDists = [this] { UpdateCLKDISTDisplay(part); };
     tabPart.Selected = [this](int, int now) { registers.TabSelected(now); };
     timers.tmrAutoReload.Tick = [this] { tmrAutoReload_Timer(part); };
 }
