@@ -20,6 +20,12 @@ class FileDialogs {
         (void)title;
         return {};
     }
+
+    /// Nobody to ask: every dialog is cancelled.
+    static FileDialogs& None() {
+        static FileDialogs none;
+        return none;
+    }
 };
 
 /// The kinds of file that both dialogs offer; the third is selected at first.
