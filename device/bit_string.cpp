@@ -110,7 +110,7 @@ std::string ValueToHexString(double value, int registerLength) {
 }
 
 std::string FormatHexGrouped(double value, std::int16_t& digits, std::int16_t group) {
-    std::string hex = HexOf(BitWord::FromDouble(value).ToText());
+    std::string hex = HexOf(ConvertBase10(value, "01"));
     if (static_cast<int>(hex.size()) < digits) {
         hex.insert(0, static_cast<std::size_t>(digits) - hex.size(), '0');
     }
