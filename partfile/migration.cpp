@@ -17,7 +17,7 @@ constexpr int kDefaultBit = 3;
 class Migration {
   public:
     Migration(IniFiles& files, std::string_view path, std::vector<Problem>& problems)
-        : files_(files), path_(path), problems_(problems) {}
+        : files_(files), path_(path), realPath_(files.RealPath(path)), problems_(problems) {}
 
     void Run() {
         Write("SETUP", "COMM_MODE", std::string(kRouteLpt));
@@ -32,7 +32,7 @@ class Migration {
 
   private:
     SectionReader Section(std::string_view name) {
-        return {files_.View(path_), path_, name, problems_};
+        return {files_.View(path_), realPath_, name, problems_};
     }
 
     void Write(std::string_view section, std::string_view key, const std::string& value) {
@@ -72,6 +72,7 @@ class Migration {
 
     IniFiles& files_;
     std::string_view path_;
+    std::string realPath_;
     std::vector<Problem>& problems_;
 };
 

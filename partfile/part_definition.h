@@ -175,8 +175,8 @@ constexpr int kMaxListedEntries = 1'000'000;
 /// and gives all defaults.
 PartDefinition ReadPartDefinition(IniFiles& files, std::string_view path);
 
-/// The same from a text; `path` is what problems name.
-PartDefinition ReadPartDefinition(const IniText& text, std::string_view path);
+/// The same from a text; `file` is what problems name.
+PartDefinition ReadPartDefinition(const IniText& text, std::string_view file);
 
 /// As a device is loaded: in one scope, the file is brought to the current format and read. When
 /// the file can't be written the load goes on with what would have been written, and

@@ -142,8 +142,8 @@ TEST(PartProblems, a_file_that_cant_be_read_is_told_and_gives_the_defaults) {
     const std::string path = files.Folder().PartFilePath("p");
     const PartDefinition part = LoadPartDefinition(files, path);
     EXPECT_EQ(part.setup.registerLength, 24);
-    EXPECT_EQ(part.problems,
-              (std::vector<Problem>{{path, "", "", "Is a directory", "the defaults of all keys"}}));
+    EXPECT_EQ(part.problems, (std::vector<Problem>{{folder / "p.ini", "", "", "Is a directory",
+                                                    "the defaults of all keys"}}));
     EXPECT_TRUE(files.TakeWriteFailures().empty());
     EXPECT_THAT(ReadPartDefinition(files, files.Folder().PartFilePath("missing")).problems,
                 IsEmpty());
