@@ -1,5 +1,7 @@
 #include "partfile/part_definition.h"
 
+#include <algorithm>
+
 #include "device/number_text.h"
 #include "partfile/migration.h"
 #include "partfile/part_sections.h"
@@ -151,9 +153,15 @@ PartDefinition ReadPartDefinition(IniFiles& files, std::string_view path) {
 
 PartDefinition LoadPartDefinition(IniFiles& files, std::string_view path) {
     const ReadScope scope(files);
-    std::vector<Problem> problems = MigratePartFile(files, path);
+    const std::vector<Problem> ofMigration = MigratePartFile(files, path);
     PartDefinition part = ReadPartDefinition(files, path);
-    part.problems.insert(part.problems.end(), problems.begin(), problems.end());
+    // Both read the counts; neither is to tell of one twice.
+    for (const Problem& problem : ofMigration) {
+        const auto& told = part.problems;
+        if (std::find(told.begin(), told.end(), problem) == told.end()) {
+            part.problems.push_back(problem);
+        }
+    }
     return part;
 }
 
