@@ -35,6 +35,11 @@ class Migration {
         return {files_.View(path_), realPath_, name, problems_};
     }
 
+    int Count(std::string_view name) {
+        std::vector<Problem> toldByTheReading;
+        return SectionReader(files_.View(path_), realPath_, name, toldByTheReading).Count();
+    }
+
     void Write(std::string_view section, std::string_view key, const std::string& value) {
         files_.SetPrivateSetting(path_, section, key, value);
     }
@@ -45,7 +50,7 @@ class Migration {
     }
 
     void ConvertPins() {
-        const int count = Section("PINS").Count();
+        const int count = Count("PINS");
         for (int i = 0; i < count; ++i) {
             SectionReader section = Section("PINS");
             section.SetEntry(i);
@@ -60,7 +65,7 @@ class Migration {
     }
 
     void ConvertModes() {
-        const int count = Section("MODES").Count();
+        const int count = Count("MODES");
         for (int i = 0; i < count; ++i) {
             SectionReader section = Section("MODES");
             section.SetEntry(i);

@@ -1,7 +1,5 @@
 #include "partfile/part_definition.h"
 
-#include <algorithm>
-
 #include "device/number_text.h"
 #include "partfile/migration.h"
 #include "partfile/part_sections.h"
@@ -155,13 +153,7 @@ PartDefinition LoadPartDefinition(IniFiles& files, std::string_view path) {
     const ReadScope scope(files);
     const std::vector<Problem> ofMigration = MigratePartFile(files, path);
     PartDefinition part = ReadPartDefinition(files, path);
-    // Both read the counts; neither is to tell of one twice.
-    for (const Problem& problem : ofMigration) {
-        const auto& told = part.problems;
-        if (std::find(told.begin(), told.end(), problem) == told.end()) {
-            part.problems.push_back(problem);
-        }
-    }
+    part.problems.insert(part.problems.end(), ofMigration.begin(), ofMigration.end());
     return part;
 }
 
