@@ -162,7 +162,7 @@ struct PartDefinition {
     bool executeScripts = false;
     std::vector<ScriptModule> scripts;
 
-    std::vector<LeftOutEntry> leftOut; ///< of [PINS], [REGISTERS], [PLLS] and counters of [BITS]
+    std::vector<LeftOutEntry> leftOut; ///< counters alone in [BITS], none of [MODES], [SCRIPTS]
     std::vector<Problem> problems;     ///< what couldn't be read, duplicates included
 };
 
