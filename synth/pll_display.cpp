@@ -104,8 +104,8 @@ class PanelRefresh {
             return true;
         } catch (const Error&) {
             part_.upward().messages->Show("Error... No program bit: " + tag +
-                                          " required for: If CStr(frmPart.lblPDPol(i).Tag) <> "
-                                          " Then frmPart.lblPDPol(i).Caption = "
+                                          " required for: If CStr(frmPart.lblPDPol(i).Tag) <> \" "
+                                          "Then frmPart.lblPDPol(i).Caption = "
                                           "PrgmBits(CStr(frmPart.lblPDPol(i).Tag)).Text");
             return false;
         }
