@@ -92,6 +92,10 @@ BitWord BitWord::WideShifted(int count) const {
     return result;
 }
 
+BitWord BitWord::WideField(int position, int length) const {
+    return Shifted(-position) & Ones(length);
+}
+
 void BitWord::TakeHighAnd(const BitWord& one, const BitWord& two) {
     for (std::size_t i = std::min(one.LimbCount(), two.LimbCount()) - 1; i > 0; --i) {
         SetLimb(i, one.Limb(i) & two.Limb(i));

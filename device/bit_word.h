@@ -56,6 +56,14 @@ class BitWord {
         return WideShifted(count);
     }
 
+    /// The `length` bits from `position` up, moved down to bit 0. Below bit 0 the word is empty.
+    BitWord Field(int position, int length) const {
+        if (high_.empty() && position >= 0 && position < kLimb && length > 0 && length <= kLimb) {
+            return BitWord((low_ >> position) & (~std::uint64_t{0} >> (kLimb - length)));
+        }
+        return WideField(position, length);
+    }
+
     BitWord operator&(const BitWord& other) const {
         BitWord result(low_ & other.low_);
         if (!high_.empty() && !other.high_.empty()) result.TakeHighAnd(*this, other);
@@ -82,6 +90,7 @@ class BitWord {
     double WideToDouble() const;
     int WideBitCount() const;
     BitWord WideShifted(int count) const;
+    BitWord WideField(int position, int length) const;
     void TakeHighAnd(const BitWord& one, const BitWord& two);
     void TakeHighOr(const BitWord& one, const BitWord& two);
     void TakeHighAndNot(const BitWord& one, const BitWord& two);

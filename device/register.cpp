@@ -77,8 +77,7 @@ void cRegister::SetBits(double bits, std::int16_t Position, std::int16_t Bitleng
 
 double cRegister::GetBits(std::int16_t Position, std::int16_t Bitlength, bool inv) const {
     if (Bitlength == 0 || !Computable(Position, Bitlength)) return 0;
-    const BitWord mask = BitWord::Ones(Bitlength).Shifted(Position);
-    const double field = (word_ & mask).Shifted(-Position).ToDouble();
+    const double field = word_.Field(Position, Bitlength).ToDouble();
     return inv ? Mirrored(field, Bitlength).value_or(0) : field;
 }
 

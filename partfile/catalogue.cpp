@@ -17,10 +17,10 @@ constexpr std::string_view kSimulated = "Simulated";
 constexpr std::string_view kHardware = "Hardware";
 
 std::vector<std::string> ReadItems(IniFiles& files, std::string_view section,
-                                   std::string_view defaultItem,
-                                   std::vector<Problem>& problems) {
+                                   std::string_view defaultItem, std::vector<Problem>& problems) {
     const std::string path = files.Folder().CataloguePath();
-    SectionReader reader(files.View(path), path, section, problems);
+    const std::string realPath = files.RealPath(path);
+    SectionReader reader(files.View(path), realPath, section, problems);
     std::vector<std::string> items;
     const int count = reader.Count();
     for (int i = 0; i < count; ++i) {
@@ -34,8 +34,7 @@ std::vector<std::string> ReadItems(IniFiles& files, std::string_view section,
 std::size_t RecentCount(IniFiles& files, std::size_t listSize) {
     std::vector<Problem> toldAtStart;
     const std::string path = files.Folder().CataloguePath();
-    const int count =
-        SectionReader(files.View(path), path, kRecentSection, toldAtStart).Count();
+    const int count = SectionReader(files.View(path), path, kRecentSection, toldAtStart).Count();
     return std::min(static_cast<std::size_t>(count), listSize);
 }
 
@@ -46,7 +45,7 @@ Catalogue ReadCatalogue(IniFiles& files) {
     Catalogue catalogue;
     const std::string path = files.Folder().CataloguePath();
     if (const auto failure = files.ReadFailure(path)) {
-        catalogue.problems.push_back({path, "", "", *failure, "no devices"});
+        catalogue.problems.push_back({files.RealPath(path), "", "", *failure, "no devices"});
     }
     for (std::size_t i = 0; i < kDeviceFamilies.size(); ++i) {
         catalogue.items[i] =
@@ -94,8 +93,8 @@ bool SaveRecentList(IniFiles& files, std::span<const std::string> list) {
 }
 
 Board ReadBoard(IniFiles& files) {
-    const std::string board = files.GetPrivateSetting(files.Folder().CataloguePath(),
-                                                      kBenchSection, kBoardKey, kHardware);
+    const std::string board = files.GetPrivateSetting(files.Folder().CataloguePath(), kBenchSection,
+                                                      kBoardKey, kHardware);
     return EqualNoCase(board, kSimulated) ? Board::kSimulated : Board::kHardware;
 }
 

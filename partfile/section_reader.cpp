@@ -7,12 +7,14 @@
 
 namespace zentrel {
 
-SectionReader::SectionReader(const IniText& text, std::string_view path, std::string_view section,
+SectionReader::SectionReader(const IniText& text, std::string_view file, std::string_view section,
                              std::vector<Problem>& problems)
-    : text_(text), path_(path), section_(section), id_(text.FindSection(section)),
+    : text_(text), file_(file), section_(section), id_(text.FindSection(section)),
       problems_(problems) {}
 
-void SectionReader::SetEntry(int entry, int digits) { entry_ = KeyNumber(entry, digits); }
+void SectionReader::SetEntry(int entry, int digits) {
+    entry_ = KeyNumber(entry, digits);
+}
 
 std::string_view SectionReader::Key(std::string_view word) {
     key_.assign(word);
@@ -30,11 +32,11 @@ std::string SectionReader::Text(std::string_view word, std::string_view defaultV
 
 void SectionReader::Note(std::string_view word, std::string used) {
     const std::string value(Raw(word).value_or(""));
-    problems_.push_back({std::string(path_), std::string(section_), std::string(Key(word)), value,
+    problems_.push_back({std::string(file_), std::string(section_), std::string(Key(word)), value,
                          std::move(used)});
 }
 
-template <typename Value, typename Parse, typename Show>
+template<typename Value, typename Parse, typename Show>
 Value SectionReader::Convert(std::string_view word, Value defaultValue, Parse parse, Show show) {
     const auto raw = Raw(word);
     if (!raw) return defaultValue;

@@ -67,6 +67,14 @@ TEST_F(MigrationOfAPartFile, takes_the_default_for_what_is_no_mask) {
                                           "/p.ini [PINS] LOCATION01=-1 (used 3)");
 }
 
+TEST_F(MigrationOfAPartFile, and_the_reading_after_it_tell_of_a_bad_value_once) {
+    files_.bytes["/p.ini"] = "[SETUP]\nCLOCK=x\n[PINS]\nCOUNT=abc\n[MODES]\nCOUNT=\n";
+    EXPECT_EQ(ProblemsMessage(LoadPartDefinition(ini_, "/p.ini").problems),
+              "/p.ini [PINS] COUNT=abc (used 0)\n"
+              "/p.ini [MODES] COUNT= (used 0)\n"
+              "/p.ini [SETUP] CLOCK=x (used 1)");
+}
+
 TEST_F(MigrationOfAPartFile, that_cant_be_stored_still_gives_the_right_pins) {
     files_.bytes["/p.ini"] = "[SETUP]\nCLOCK=8\n[PINS]\nCOUNT=1\nLOCATION00=9\n";
     files_.failure = "Read-only file system";
@@ -76,19 +84,6 @@ TEST_F(MigrationOfAPartFile, that_cant_be_stored_still_gives_the_right_pins) {
     EXPECT_EQ(part.pins.at(0).location, 14);
     EXPECT_EQ(WriteFailuresMessage(ini_.TakeWriteFailures()),
               "Could not write /p.ini: Read-only file system");
-}
-
-TEST(ProblemsMessage, has_at_most_twenty_lines_and_the_count_of_the_rest) {
-    std::vector<Problem> problems(23, {"p.ini", "BITS", "LEN00", "abc", "1"});
-    problems[1].value = std::string(200, 'x') + "\n";
-    problems[2] = {"p.ini", "", "", "Permission denied", "the defaults of all keys"};
-    const std::string message = ProblemsMessage(problems);
-    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 20);
-    EXPECT_TRUE(message.starts_with("p.ini [BITS] LEN00=abc (used 1)\np.ini [BITS] LEN00=" +
-                                    std::string(60, 'x') + "... (used 1)\n" +
-                                    "p.ini: Permission denied (used the defaults of all keys)\n"));
-    EXPECT_TRUE(message.ends_with("\n... and 3 more"));
-    EXPECT_EQ(ProblemsMessage({}), "");
 }
 
 } // namespace
