@@ -1,6 +1,6 @@
 // A first session without a window: selects a shipped device, changes fields, loads it over the
-// parallel port and then over USB, and prints what the simulated board latched. Succeeds only if the
-// board's words equal the model's.
+// parallel port and then over USB, and prints what the simulated board latched. Succeeds only if
+// the board's words equal the model's.
 //
 //   first_words [FOLDER [DEVICE]]    FOLDER holds zentrel.ini and the part files
 
@@ -31,8 +31,7 @@ bool LoadOver(examples::Headless& program, std::string_view route) {
         const cRegister& reg = program.part().Registers(position);
         const bool equal = latched.word == reg.word();
         same = same && equal;
-        std::printf("  %-10s 0x%s%s\n", reg.ID().c_str(),
-                    Hex(program.part(), latched.word).c_str(),
+        std::printf("  %-10s 0x%s%s\n", reg.ID().c_str(), Hex(program.part(), latched.word).c_str(),
                     equal ? "" : "  differs from the model");
     }
     return same && position == program.part().Registers.Count();
