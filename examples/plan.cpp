@@ -54,9 +54,9 @@ void TypeVCO(examples::Headless& program, const std::string& mhz) {
 void PrintChannels(const cPart& part) {
     for (const cClkDist& block : part.ClkDists) {
         for (int c = 0; c < block.ShownChannels(); ++c) {
-            const auto channel = static_cast<std::size_t>(c);
-            const std::string text = block.panel.divCHtxt_freq[channel].Text;
-            Row(block.panel.lblCLKid[channel].Caption.c_str(), text.empty() ? "off" : text,
+            const ClockChannelRow& channel = block.panel.channels[static_cast<std::size_t>(c)];
+            const std::string& text = channel.divCHtxt_freq.Text;
+            Row(channel.lblCLKid.Caption.c_str(), text.empty() ? "off" : text,
                 text.empty() ? "" : "MHz");
         }
     }
@@ -72,6 +72,7 @@ int main(int argc, char** argv) {
             return 1;
         }
         std::printf("QVX2874, a fractional synthesiser\n");
+        LoadAll(program.part());
         TypeVCO(program, argc > 2 ? argv[2] : "2450.123");
 
         if (!program.Select("QVX4100")) {
@@ -79,6 +80,7 @@ int main(int argc, char** argv) {
             return 1;
         }
         std::printf("\nQVX4100, a clock conditioner\n");
+        LoadAll(program.part());
         TypeVCO(program, "1228.8");
         PrintChannels(program.part());
         return 0;
