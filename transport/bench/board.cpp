@@ -133,6 +133,12 @@ void Board::SelectReadBack(const LatchedWord& latched) {
     }
 }
 
+LatchedWords Board::Since(std::uint64_t serial) const {
+    const std::uint64_t missing = newest_ > serial ? newest_ - serial : 0;
+    const auto count = std::min<std::uint64_t>(missing, history_.size());
+    return {history_.end() - static_cast<std::ptrdiff_t>(count), history_.end()};
+}
+
 BitWord Board::Content(std::string_view registerName) const {
     const auto found = contents_.find(registerName);
     return found == contents_.end() ? BitWord() : found->second;
