@@ -133,13 +133,22 @@ void FrmPart::CleanUp() {
 
 void FrmPart::ClearForm() {
     if (!part.ID.empty()) {
+        SaveOnLeaving();
+    }
+    ClearScreens();
+}
+
+// Whatever fails here is told, and the device is left all the same: there is no other way on.
+void FrmPart::SaveOnLeaving() {
+    try {
         if (links.SaveDeviceSettings && menu("mnuSaveDeviceSettings").Checked) {
             links.SaveDeviceSettings();
         }
-        deviceMenus_.SaveRecentList();
-        TellWriteFailures();
+    } catch (const std::exception& error) {
+        messages.Show(error.what(), {}, MessageIcon::Exclamation);
     }
-    ClearScreens();
+    deviceMenus_.SaveRecentList();
+    TellWriteFailures();
 }
 
 void FrmPart::ClearScreens() {
@@ -179,15 +188,17 @@ void FrmPart::SelectDevice(const std::string& caption, std::optional<std::string
                            DeviceMenus::Reorder reorder) {
     std::optional<std::string> given;
     if (family) given = std::string(*family);
-    if (part.BurstRunning()) {
-        if (links.StopBurstCommands) links.StopBurstCommands();
-        guard.RunWhenIdle(
-            [this, caption, given, reorder] { SelectDevice(caption, given, reorder); });
+    const auto change = [this, caption, given, reorder] {
+        std::string name = caption;
+        SetupPartForm(name, given);
+        if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    };
+    if (!part.BurstRunning()) {
+        change();
         return;
     }
-    std::string name = caption;
-    SetupPartForm(name, given);
-    if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    if (links.StopBurstCommands) links.StopBurstCommands();
+    guard.RunWhenIdle(change);
 }
 
 void FrmPart::AddError(std::string_view newerror) {

@@ -246,5 +246,32 @@ TEST_F(SessionStart, what_comes_while_an_event_holds_the_thread_waits_its_turn) 
     EXPECT_EQ(order, "abcde");
 }
 
+TEST_F(SessionStart, the_pauses_of_a_burst_serve_ticks_and_nothing_that_must_wait) {
+    Start();
+    std::string order;
+    frm.guard.Run([&] {
+        frm.guard.RunWhenIdle([&] { order += "w"; });
+        frm.guard.RunSoon([&] {
+            order += "t";
+            frm.guard.RunSoon([&] { order += "u"; });
+        });
+        frm.guard.ServePause();
+        order += "-";
+        frm.guard.ServePause();
+        order += "-";
+    });
+    EXPECT_EQ(order, "t-u-w");
+}
+
+TEST_F(SessionStart, a_save_that_fails_on_leaving_is_told_and_the_device_is_left_all_the_same) {
+    frm.links.SaveDeviceSettings = [] { throw NotFound("PLLs", "gone"); };
+    Start();
+    window.Load("QVX1");
+    window.boxes.shown.clear();
+    frm.Unload();
+    EXPECT_FALSE(frm.Visible);
+    EXPECT_THAT(window.boxes.shown, ElementsAre("There is no \"gone\" in PLLs"));
+}
+
 } // namespace
 } // namespace zentrel
