@@ -160,8 +160,8 @@ void PortScreen::SelectPrgmBit(int number) {
     const int row = number / kPinOptions;
     const int option = number % kPinOptions;
     if (number < 0 || row >= rows_) return;
-    for (int o = 0; o < kPinOptions; ++o)
-        optPrgmBit[static_cast<std::size_t>(row * kPinOptions + o)].Value = o == option;
+    for (int n = row * kPinOptions; n < (row + 1) * kPinOptions; ++n)
+        optPrgmBit[static_cast<std::size_t>(n)].Value = n == number;
     if (part_.Updating) return;
 
     const UpdatingScope updating(part_);
