@@ -138,12 +138,19 @@ void FrmPart::CleanUp() {
 }
 
 void FrmPart::ClearForm() {
-    if (!part.ID.empty()) {
-        if (menu("mnuSaveDeviceSettings").Checked) SaveDeviceSettings(part, files);
-        deviceMenus_.SaveRecentList();
-        TellWriteFailures();
-    }
+    if (!part.ID.empty()) SaveOnLeaving();
     ClearScreens();
+}
+
+// Whatever fails here is told, and the device is left all the same: there is no other way on.
+void FrmPart::SaveOnLeaving() {
+    try {
+        if (menu("mnuSaveDeviceSettings").Checked) SaveDeviceSettings(part, files);
+    } catch (const std::exception& error) {
+        messages.Show(error.what(), {}, MessageIcon::Exclamation);
+    }
+    deviceMenus_.SaveRecentList();
+    TellWriteFailures();
 }
 
 void FrmPart::ClearScreens() {
@@ -183,15 +190,17 @@ void FrmPart::SelectDevice(const std::string& caption, std::optional<std::string
                            DeviceMenus::Reorder reorder) {
     std::optional<std::string> given;
     if (family) given = std::string(*family);
-    if (part.BurstRunning()) {
-        burst.run.StopBurstCommands();
-        guard.RunWhenIdle(
-            [this, caption, given, reorder] { SelectDevice(caption, given, reorder); });
+    const auto change = [this, caption, given, reorder] {
+        std::string name = caption;
+        SetupPartForm(name, given);
+        if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    };
+    if (!part.BurstRunning()) {
+        change();
         return;
     }
-    std::string name = caption;
-    SetupPartForm(name, given);
-    if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    burst.run.StopBurstCommands();
+    guard.RunWhenIdle(change);
 }
 
 void FrmPart::AddError(std::string_view newerror) {

@@ -159,6 +159,8 @@ TEST(BadDisk, a_folder_that_cant_be_written_is_told_once_for_each_save) {
     window.Load("old");
     ASSERT_EQ(window.boxes.shown.size(), 3U);
     EXPECT_THAT(window.boxes.shown[1], HasSubstr("zentrel.ini"));
+    window.frm.Unload();
+    EXPECT_FALSE(window.frm.Visible) << "it doesn't keep the program from ending";
 }
 
 } // namespace

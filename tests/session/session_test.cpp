@@ -74,7 +74,7 @@ TEST_F(SessionStart, choosing_a_device_loads_it_and_heads_the_recent_list) {
     Start();
     frm.menu.Click("mnuSingQVXxxxx", 1);
     EXPECT_EQ(part.ID, "QVX3 & co");
-    EXPECT_TRUE(frm.BurstScreenVisible);
+    EXPECT_TRUE(frm.burst.panel.cmdDelay.Visible);
     EXPECT_THAT(Recent(), ElementsAre("QVX3 & co", "QVX1", "QVX2", "....", "...."));
     EXPECT_THAT(folder.Read("zentrel.ini"), testing::Not(HasSubstr("ITEM00=QVX3")))
         << "the file lags one device behind";
@@ -88,24 +88,23 @@ TEST_F(SessionStart, a_device_of_the_plain_menu_leaves_the_burst_screen_as_it_wa
     Start();
     frm.menu.Click("mnuQVXxxxx", 0);
     EXPECT_EQ(part.ID, "QVX1");
-    EXPECT_FALSE(frm.BurstScreenVisible);
+    EXPECT_FALSE(frm.burst.panel.cmdDelay.Visible);
     EXPECT_THAT(Recent(), ElementsAre("QVX1", "QVX2", "..........", "....", "...."));
 }
 
 TEST_F(SessionStart, the_old_devices_settings_are_saved_before_anything_is_taken_down) {
     folder.WritePart("QVX9001", kSmallPart);
-    std::vector<std::string> saved;
-    frm.links.SaveDeviceSettings = [&] {
-        saved.push_back(part.ID + " with " + std::to_string(part.Registers.Count()));
-    };
     Start();
     window.Load("QVX9001");
-    EXPECT_TRUE(saved.empty()) << "there was no device to save";
+    EXPECT_THAT(folder.Read("QVX9001.ini"), HasSubstr("VALUE00=256")) << "no device to save before";
+    part.Registers("R0").SetValue(260);
     window.Load("QVX9001");
-    EXPECT_THAT(saved, ElementsAre("QVX9001 with 2"));
+    EXPECT_THAT(folder.Read("QVX9001.ini"), HasSubstr("VALUE00=260"));
+    EXPECT_EQ(part.Registers("R0").Value(), 260) << "and it is read anew";
     frm.menu.Click("mnuSaveDeviceSettings");
+    part.Registers("R0").SetValue(300);
     window.Load("QVX0000");
-    EXPECT_EQ(saved.size(), 1U);
+    EXPECT_THAT(folder.Read("QVX9001.ini"), HasSubstr("VALUE00=260"));
 }
 
 TEST_F(SessionStart, exit_saves_and_ends) {
@@ -121,18 +120,14 @@ TEST_F(SessionStart, exit_saves_and_ends) {
 }
 
 TEST_F(SessionStart, closing_while_a_burst_runs_stops_it_first) {
-    int stopped = 0;
-    frm.links.StopBurstCommands = [&] {
-        ++stopped;
-        part.SetBurstRunning(false);
-    };
     Start();
     window.Load("QVX1");
     part.SetBurstRunning(true);
     frm.Unload();
-    EXPECT_EQ(stopped, 1);
+    EXPECT_TRUE(frm.burst.run.StopRequested());
     EXPECT_TRUE(frm.Visible);
     EXPECT_EQ(part.ID, "QVX1");
+    part.SetBurstRunning(false);
     frm.Unload();
     EXPECT_FALSE(frm.Visible);
 }
@@ -148,13 +143,15 @@ TEST_F(SessionStart, the_window_stays_while_a_client_holds_the_program) {
 }
 
 TEST_F(SessionStart, another_device_waits_for_a_running_burst_to_end) {
-    frm.links.StopBurstCommands = [&] { part.SetBurstRunning(false); };
     Start();
     window.Load("QVX1");
     frm.guard.Run([&] {
         part.SetBurstRunning(true);
         frm.guard.Run([&] { frm.menu.Click("mnuSingQVXxxxx", 0); });
+        EXPECT_TRUE(frm.burst.run.StopRequested());
+        frm.guard.ServePause();
         EXPECT_EQ(part.ID, "QVX1") << "the run still stands on the thread";
+        part.SetBurstRunning(false);
     });
     EXPECT_EQ(part.ID, "QVX2");
 }
@@ -197,7 +194,7 @@ TEST_F(SessionStart, small_entries_of_the_menu_do_their_work) {
     EXPECT_TRUE(frm.timers.tmrAutoReload.Enabled);
     frm.menu.Click("mnuStatus");
     EXPECT_THAT(window.boxes.shown.back(), HasSubstr("LPT Status = 0\r\nUSB Status = "));
-    EXPECT_FALSE(frm.menu("mnuSave").Enabled) << "nobody saves setups here";
+    EXPECT_FALSE(frm.menu("mnuORVWireless").Enabled) << "nobody opens pages here";
 }
 
 // The guard.
@@ -244,6 +241,23 @@ TEST_F(SessionStart, what_comes_while_an_event_holds_the_thread_waits_its_turn) 
     EXPECT_EQ(order, "abcd");
     frm.guard.RunWhenIdle([&] { order += "e"; });
     EXPECT_EQ(order, "abcde");
+}
+
+TEST_F(SessionStart, the_pauses_of_a_burst_serve_ticks_and_nothing_that_must_wait) {
+    Start();
+    std::string order;
+    frm.guard.Run([&] {
+        frm.guard.RunWhenIdle([&] { order += "w"; });
+        frm.guard.RunSoon([&] {
+            order += "t";
+            frm.guard.RunSoon([&] { order += "u"; });
+        });
+        frm.guard.ServePause();
+        order += "-";
+        frm.guard.ServePause();
+        order += "-";
+    });
+    EXPECT_EQ(order, "t-u-w");
 }
 
 } // namespace
