@@ -1,0 +1,23 @@
+#include "screens/qt/model_text.h"
+
+#include <QStringDecoder>
+
+namespace zentrel::view {
+
+QString FromModel(std::string_view text) {
+    const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString result = utf8.decode(bytes);
+    if (utf8.hasError()) return QString::fromLatin1(bytes);
+    return result;
+}
+
+QString Literal(std::string_view text) {
+    return FromModel(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QString IndexedName(const char* name, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+} // namespace zentrel::view
