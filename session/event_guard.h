@@ -1,0 +1,71 @@
+#pragma once
+
+#include <deque>
+#include <exception>
+#include <functional>
+#include <string>
+
+#include "screens/events.h"
+
+namespace zentrel {
+
+class cPart;
+
+/// Where events end. Catches what a handler throws, puts `Updating`, `bDisplayUpdating` and
+/// `readback_mode` back to what they were, and tells the user once, in one message.
+class EventGuard : public Events {
+  public:
+    explicit EventGuard(cPart& part) : part_(part) {}
+
+    bool Run(const std::function<void()>& event) override;
+    void RunWhenIdle(std::function<void()> event) override;
+
+    /// Runs a call of an outside program: flags and waiting are the same, but a failure goes back
+    /// to the caller.
+    template<typename Call>
+    auto RunCall(Call&& call) {
+        const Stay stay(*this);
+        try {
+            return std::forward<Call>(call)();
+        } catch (...) {
+            stay.PutFlagsBack();
+            throw;
+        }
+    }
+
+    /// Whether an event, a message box or a load holds the thread.
+    bool busy() const { return depth_ > 0; }
+
+    /// Runs after each outermost event, failed ones included: the window brings itself in line.
+    std::function<void()> AfterEvent;
+
+  private:
+    struct Flags {
+        bool updating;
+        std::int16_t displayUpdating;
+        bool readback;
+    };
+    // One event's stay inside the guard.
+    class Stay {
+      public:
+        explicit Stay(EventGuard& guard);
+        ~Stay();
+        Stay(const Stay&) = delete;
+        Stay& operator=(const Stay&) = delete;
+        void PutFlagsBack() const;
+
+      private:
+        EventGuard& guard_;
+        Flags before_;
+    };
+
+    void Tell(const std::string& what);
+    void ServeWaiting();
+
+    cPart& part_;
+    int depth_ = 0;
+    bool serving_ = false;
+    std::deque<std::function<void()>> waiting_;
+};
+
+} // namespace zentrel

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "device/part.h"
+#include "partfile/ini_file.h"
+#include "screens/about.h"
+#include "screens/bits_screen.h"
+#include "screens/error_list.h"
+#include "screens/menu_model.h"
+#include "screens/port_screen.h"
+#include "screens/registers_screen.h"
+#include "screens/status_bar.h"
+#include "screens/tab_model.h"
+#include "screens/timers.h"
+#include "session/device_menus.h"
+#include "session/displays.h"
+#include "session/event_guard.h"
+#include "session/screen_factory.h"
+#include "session/script_host.h"
+
+namespace zentrel {
+
+/// What rooms beside and above the session do at its turning points. An empty place is passed over.
+struct SessionLinks {
+    ScriptHost* scripts = nullptr; ///< Null: script modules are passed over.
+    /// Writes the device's present settings into its part file.
+    std::function<void()> SaveDeviceSettings;
+    std::function<void()> StopBurstCommands;
+    /// Watching for the bridge: on at the start, off when the window goes away.
+    std::function<void()> StartPresence, StopPresence;
+    /// The parallel port's driver; opening gives `lpt_port_access`.
+    std::function<std::int16_t()> OpenPortDriver;
+    std::function<void()> ClosePortDriver;
+    /// The engineer chose another board: the drivers change places.
+    std::function<void(bool simulated)> SetBoard;
+    std::function<void(std::string_view url)> OpenWebPage;
+    /// The main window has gone: the program may end.
+    std::function<void()> Unloaded;
+};
+
+/// `frmPart`, the program's one main window without its toolkit: the session's life from start to
+/// stop, the change of devices, and the models of all screens. It is never replaced; a device
+/// change empties and fills it.
+class FrmPart {
+  public:
+    /// Takes its place as the device's upward side, but for hooks, event pause, route observer and
+    /// linked blocks, which stay as they are connected.
+    FrmPart(cPart& part, IniFiles& files, Messages& messages);
+    ~FrmPart();
+    FrmPart(const FrmPart&) = delete;
+    FrmPart& operator=(const FrmPart&) = delete;
+
+    cPart& part;
+    Session& session;
+    IniFiles& files;
+    Messages& messages;
+    SessionLinks links;
+
+    // The window and its screens.
+    std::string Caption; ///< The window's title.
+    bool Visible = false;
+    MenuModel menu;
+    TabModel tabPart;
+    StatusBar StatusBar1;
+    Timers timers;
+    RegistersScreen registers;
+    BitsScreen bits;
+    PortScreen port;
+    ErrorList frmErrorList;
+    AboutDialog frmAbout;
+
+    EventGuard guard;
+    SessionDisplays displays;
+
+    /// The burst screen's elements are in use: a device was picked from a family once.
+    bool BurstScreenVisible = false;
+
+    // Start.
+    /// Prepares everything and shows the window, without a device.
+    void Main();
+    void Form_Load();
+
+    // Device change.
+    /// Makes `sPartName` the device. The name comes back as the path of its file. `vPartType`: the
+    /// family; only whether it is given matters.
+    void SetupPartForm(std::string& sPartName, std::optional<std::string_view> vPartType = {});
+    void CleanUp();
+    void ClearForm();
+
+    // Stop.
+    /// The window is going away; true in `Cancel` keeps it.
+    void Form_Unload(bool& Cancel);
+    /// Exit, or closing the window.
+    void Unload();
+
+    // What scripts and outside programs call by these names.
+    void AddError(std::string_view newerror);
+    std::string GetPrivateSetting4Script(std::string_view sSetting, std::string_view sKey,
+                                         std::string_view sDefault);
+    std::string GetPartType(std::string_view sPartName);
+    /// Runs a procedure of a module when scripts may run.
+    void ExecuteScript(std::string_view script_name, std::string_view script_proc);
+    void Patch_ini_2_2_0_to_2_3_0(std::string_view sFileName);
+    /// Takes the device's tabs down.
+    void RemoveTabs();
+
+    /// The path of the loaded device's part file.
+    std::string PartFile() const;
+
+    /// Changes to the simulated board or to the hardware, and keeps it in the catalogue.
+    void SetBench(bool simulated);
+    bool SimulatedBoard() const { return StatusBar1.badge.Visible; }
+
+    /// Hands out in one message what couldn't be written since the last call.
+    void TellWriteFailures();
+
+  private:
+    void ConnectUpward();
+    void ConnectMenu();
+    void SelectDevice(std::string_view caption, std::optional<std::string_view> family);
+    void ShowBench(bool simulated);
+    void ToggleAutoReload();
+    void TellStatus();
+
+    ScreenFactory builder_;
+    DeviceMenus deviceMenus_;
+};
+
+} // namespace zentrel
