@@ -3,15 +3,19 @@
 #include <QTimer>
 
 #include "screens/qt/hand.h"
+#include "screens/timers.h"
 
 namespace zentrel::view {
 
 /// A timer of the session: runs while its element is enabled, at the element's interval.
 class EventTimer : public QTimer {
   public:
-    EventTimer(const Hand& hand, Timer& element, Hand::Action tick) : element_(element) {
-        connect(this, &QTimer::timeout, this,
-                [&hand, action = std::move(tick)] { hand.Do(action); });
+    EventTimer(const Hand& hand, TickingTimer& element) : element_(element) {
+        connect(this, &QTimer::timeout, this, [this, &hand] {
+            hand.Tick([this] {
+                if (element_.Enabled && element_.Tick) element_.Tick();
+            });
+        });
     }
 
     /// Starts, stops or changes the interval when the element says so.
@@ -25,7 +29,7 @@ class EventTimer : public QTimer {
     }
 
   private:
-    Timer& element_;
+    TickingTimer& element_;
 };
 
 } // namespace zentrel::view

@@ -5,27 +5,25 @@
 #include <utility>
 
 #include "form/elements.h"
+#include "screens/events.h"
 
 namespace zentrel::view {
 
-/// The engineer's hand: every action of the view goes through here, into the session's one guard.
-/// The guard catches what a handler throws, and the window brings its widgets in line behind it.
+/// The engineer's hand: every action of the view goes through here, to the one door of the models.
+/// Whoever stands at that door brings the window in line behind each event.
 class Hand {
   public:
     using Action = std::function<void()>;
-    using Guard = std::function<void(const Action&)>;
 
-    Hand() = default;
-    explicit Hand(Guard guard) : guard_(std::move(guard)) {}
+    explicit Hand(Events& events) : events_(events) {}
 
     /// Runs one event. What a widget does while the view itself is at work isn't the engineer's.
     void Do(const Action& action) const {
-        if (busy_ > 0 || !action) return;
-        if (guard_)
-            guard_(action);
-        else
-            action();
+        if (busy_ == 0 && action) events_.Run(action);
     }
+
+    /// Runs a timer's tick, when nothing holds the thread.
+    void Tick(Action action) const { events_.RunWhenIdle(std::move(action)); }
 
     /// Whether the view is bringing its widgets in line.
     bool busy() const { return busy_ > 0; }
@@ -43,7 +41,7 @@ class Hand {
     };
 
   private:
-    Guard guard_;
+    Events& events_;
     mutable int busy_ = 0;
 };
 
