@@ -110,7 +110,11 @@ std::string ValueToHexString(double value, int registerLength) {
 }
 
 std::string FormatHexGrouped(double value, std::int16_t& digits, std::int16_t group) {
-    std::string hex = HexOf(BitWord::FromDouble(value).ToText());
+    return FormatHexGrouped(BitWord::FromDouble(value), digits, group);
+}
+
+std::string FormatHexGrouped(const BitWord& word, std::int16_t& digits, std::int16_t group) {
+    std::string hex = HexOf(word.ToText());
     if (static_cast<int>(hex.size()) < digits) {
         hex.insert(0, static_cast<std::size_t>(digits) - hex.size(), '0');
     }

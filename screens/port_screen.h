@@ -61,7 +61,6 @@ class PortScreen : public PortScreenView {
     static int DbPinOf(int headerPin);
 
     int PinRows() const { return rows_; }
-    std::span<Option> PinOptions(int row);
 
     // What a user does.
     void SelectCommMode(int index);

@@ -47,7 +47,7 @@ int TabModel::AddTab(std::string caption) {
     return TabCount() - 1;
 }
 
-void TabModel::TrimTabs(int count) {
+void TabModel::KeepTabs(int count) {
     if (TabCount() <= count) return;
     if (selected_ >= count) SelectTab(kPortTab);
     pages_.resize(static_cast<std::size_t>(count));

@@ -46,8 +46,8 @@ class TabModel : public TabStrip, public Element {
 
     /// Adds a tab at the end, selects it and gives its number.
     int AddTab(std::string caption);
-    /// Takes the tabs from `count` up away; a selection among them goes to tab 0.
-    void TrimTabs(int count);
+    /// A selection among the removed tabs goes to tab 0.
+    void KeepTabs(int count) override;
     /// Tabs in one row of the strip: follows the number of tabs.
     int TabsPerRow() const { return TabCount(); }
 

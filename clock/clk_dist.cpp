@@ -1,0 +1,59 @@
+#include "clock/clk_dist.h"
+
+#include <algorithm>
+
+#include "device/errors.h"
+#include "device/part.h"
+#include "synth/clock_link.h"
+#include "synth/pll.h"
+
+namespace zentrel {
+
+cPLL* cClkDist::LinkedPLL() const {
+    const bool there = LinkedPLLInt >= 1 && LinkedPLLInt <= part_.PLLs.Count();
+    return there ? &part_.PLLs(LinkedPLLInt) : nullptr;
+}
+
+int cClkDist::ShownChannels() const {
+    return std::clamp<int>(ClockCount, 0, kClockChannels);
+}
+
+double cClkDist::ExtraDivider() const {
+    const cPLL* pll = LinkedPLL();
+    if (pll == nullptr || ClockModeOf(part_) == ClockMode::Distribution) return 1;
+    return pll->ExtraDivider();
+}
+
+bool cClkDist::VCO_div_bypassed() const {
+    if (!panel.CLKtxt_InputDiv.Visible) return true;
+    return panel.CLK_VCODIV_bypass.Visible && panel.CLK_VCODIV_bypass.Value;
+}
+
+void cClkDist::TellOnce(const std::string& message) {
+    if (told_.insert(message).second) part_.upward().messages->Show(message);
+}
+
+const std::string& cClkDist::Name(const Names& names, int index) {
+    if (index < 0 || index >= static_cast<int>(names.size())) {
+        throw OutOfRange("channel " + std::to_string(index));
+    }
+    return names[static_cast<std::size_t>(index)];
+}
+
+std::string& cClkDist::Name(Names& names, int index) {
+    return const_cast<std::string&>(Name(static_cast<const Names&>(names), index));
+}
+
+LinkedBlock* ClockBlocks::At(int position) {
+    const bool there = position >= 1 && position <= part_.ClkDists.Count();
+    return there ? &part_.ClkDists(position) : nullptr;
+}
+
+LinkedBlock* ClockBlocks::WithID(std::string_view id) {
+    for (cClkDist& block : part_.ClkDists) {
+        if (block.ID() == id) return &block;
+    }
+    return nullptr;
+}
+
+} // namespace zentrel
