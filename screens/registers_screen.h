@@ -93,6 +93,9 @@ class RegistersScreen {
     std::uint64_t layout() const { return layout_; }
     /// Grows when the row's bits were rewritten.
     std::uint64_t revision(int row) const { return shown_[static_cast<std::size_t>(row)].revision; }
+    /// A '1' for each digit of the row, from left to right, that was changed since the word was
+    /// loaded or sent; empty when none was.
+    std::string UnsentBits(int row);
 
   private:
     struct ShownRow {
@@ -101,6 +104,8 @@ class RegistersScreen {
         bool msbFirst = true;
         bool drawn = false;
         std::uint64_t revision = 0;
+        BitWord sent; ///< What the device holds as far as we know.
+        bool sentKnown = false;
     };
 
     cRegister& RegisterOf(int row) const;

@@ -1,52 +1,58 @@
 #pragma once
 
-#include <cstddef>
-#include <functional>
+#include <cstdint>
 
 #include <QAbstractTableModel>
 #include <QDockWidget>
 
+#include "screens/qt/hand.h"
+
 class QTableView;
+
+namespace zentrel {
+class Board;
+class MenuModel;
+struct LatchedWord;
+} // namespace zentrel
 
 namespace zentrel::view {
 
-/// One word that the board latched, as the dock shows it.
-struct LatchedWordRow {
-    QString time, route, name, hex;
-};
-
-/// Where the dock takes its rows from; row 0 is the oldest. The list only grows, or empties.
-struct LatchedWords {
-    std::function<std::size_t()> count;
-    std::function<LatchedWordRow(std::size_t)> row;
-};
-
-/// The latched words, newest first. A row is made only when it is seen.
+/// The words that the simulated board latched, newest first. A row's texts are made only when it
+/// is seen, so a long history costs nothing.
 class LatchedWordModel : public QAbstractTableModel {
   public:
-    explicit LatchedWordModel(LatchedWords words, QObject* parent = nullptr);
+    enum Column { kTime, kRoute, kRegister, kWord, kColumns };
+
+    explicit LatchedWordModel(const Board& board, QObject* parent = nullptr);
 
     /// Takes in what has come since the last call.
     void Sync();
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
-    LatchedWords words_;
-    std::size_t count_ = 0;
-    mutable std::size_t cachedIndex_ = static_cast<std::size_t>(-1);
-    mutable LatchedWordRow cached_;
+    QString TextOf(const LatchedWord& word, int column) const;
+
+    const Board& board_;
+    int rows_ = 0;
+    std::uint64_t newest_ = 0;
 };
 
-/// The dock "Board".
+/// The dock "Board". The entry of that name in the menu "Bench" shows and hides it.
 class BoardDock : public QDockWidget {
   public:
-    BoardDock(LatchedWords words, QWidget* parent);
+    BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWidget* parent);
+
     void Sync();
 
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
   private:
+    const Hand& hand_;
+    MenuModel& menu_;
     LatchedWordModel* model_;
     QTableView* table_;
 };
