@@ -1,19 +1,13 @@
 #include "device/bit_word.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstddef>
+#include <limits>
 
 namespace zentrel {
-namespace {
-constexpr int kLimb = 64;
-constexpr double kTwoTo64 = 18446744073709551616.0;
-} // namespace
 
-BitWord BitWord::FromDouble(double value) {
-    if (!std::isfinite(value) || value < 1.0) return {};
-    if (value < kTwoTo64) return BitWord(static_cast<std::uint64_t>(value));
+BitWord BitWord::FromLarge(double value) {
+    if (!std::isfinite(value)) return {};
     // The mantissa holds every bit of a double this large.
     int exponent = 0;
     const double mantissa = std::frexp(value, &exponent);
@@ -21,13 +15,10 @@ BitWord BitWord::FromDouble(double value) {
         .Shifted(exponent - kLimb);
 }
 
-BitWord BitWord::Ones(int count) {
-    BitWord word;
-    if (count <= 0) return word;
-    if (count < kLimb) return BitWord((std::uint64_t{1} << count) - 1);
-    word.low_ = ~std::uint64_t{0};
+BitWord BitWord::ManyOnes(int count) {
+    BitWord word(~std::uint64_t{0});
     for (count -= kLimb; count > 0; count -= kLimb) {
-        word.high_.push_back(count >= kLimb ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1);
+        word.high_.push_back(~std::uint64_t{0} >> std::max(kLimb - count, 0));
     }
     return word;
 }
@@ -45,13 +36,13 @@ BitWord BitWord::FromText(std::string_view bits) {
     return word;
 }
 
-double BitWord::ToDouble() const {
-    if (high_.empty()) return static_cast<double>(low_);
+double BitWord::WideToDouble() const {
     // The top 64 bits hold all that a double can show; a sticky bit keeps the rounding honest.
-    const int count = BitCount();
-    std::uint64_t top = Shifted(kLimb - count).low_;
-    if (!(AndNot(Shifted(kLimb - count).Shifted(count - kLimb))).none()) top |= 1U;
-    return std::ldexp(static_cast<double>(top), count - kLimb);
+    const int below = BitCount() - kLimb;
+    std::uint64_t top = Shifted(-below).low_;
+    if (!(*this & Ones(below)).none()) top |= 1U;
+    const double value = std::ldexp(static_cast<double>(top), below);
+    return std::min(value, std::numeric_limits<double>::max());
 }
 
 std::string BitWord::ToText() const {
@@ -74,63 +65,66 @@ bool BitWord::Test(int bit) const {
 
 void BitWord::Set(int bit, bool value) {
     if (bit < 0) return;
+    const auto index = static_cast<std::size_t>(bit / kLimb);
     const std::uint64_t mask = std::uint64_t{1} << (bit % kLimb);
-    if (bit < kLimb) {
-        low_ = value ? low_ | mask : low_ & ~mask;
-        return;
-    }
-    const auto index = static_cast<std::size_t>(bit / kLimb) - 1;
-    if (index >= high_.size()) {
-        if (!value) return;
-        high_.resize(index + 1, 0);
-    }
-    high_[index] = value ? high_[index] | mask : high_[index] & ~mask;
-    Trim();
+    SetLimb(index, value ? Limb(index) | mask : Limb(index) & ~mask);
 }
 
-int BitWord::BitCount() const {
-    if (high_.empty()) return static_cast<int>(std::bit_width(low_));
+int BitWord::WideBitCount() const {
     return static_cast<int>(high_.size()) * kLimb + static_cast<int>(std::bit_width(high_.back()));
 }
 
-BitWord BitWord::Shifted(int count) const {
-    if (count == 0 || none()) return *this;
-    if (high_.empty() && count > -kLimb && BitCount() + count <= kLimb) {
-        return BitWord(count > 0 ? low_ << count : low_ >> -count);
-    }
+BitWord BitWord::WideShifted(int count) const {
     BitWord result;
-    const int last = BitCount();
-    for (int bit = std::max(0, -count); bit < last; ++bit) {
-        if (Test(bit)) result.Set(bit + count, true);
+    const int bits = BitCount() + count;
+    if (none() || bits <= 0) return result;
+    // Each limb of the result is cut from two neighbours.
+    const int inner = (count % kLimb + kLimb) % kLimb;
+    const int limbs = (count - inner) / kLimb;
+    for (int to = (bits - 1) / kLimb; to >= 0; --to) {
+        const int from = to - limbs;
+        std::uint64_t limb = from >= 0 ? Limb(static_cast<std::size_t>(from)) << inner : 0;
+        if (inner != 0 && from >= 1) {
+            limb |= Limb(static_cast<std::size_t>(from - 1)) >> (kLimb - inner);
+        }
+        result.SetLimb(static_cast<std::size_t>(to), limb);
     }
     return result;
 }
 
-BitWord BitWord::operator&(const BitWord& other) const {
-    BitWord result(low_ & other.low_);
-    const std::size_t count = std::min(high_.size(), other.high_.size());
-    for (std::size_t i = 0; i < count; ++i)
-        result.high_.push_back(high_[i] & other.high_[i]);
-    result.Trim();
-    return result;
+BitWord BitWord::WideField(int position, int length) const {
+    return Shifted(-position) & Ones(length);
 }
 
-BitWord BitWord::operator|(const BitWord& other) const {
-    BitWord result(low_ | other.low_);
-    const std::size_t count = std::max(high_.size(), other.high_.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        result.high_.push_back(Limb(i + 1) | other.Limb(i + 1));
+void BitWord::TakeHighAnd(const BitWord& one, const BitWord& two) {
+    for (std::size_t i = std::min(one.LimbCount(), two.LimbCount()) - 1; i > 0; --i) {
+        SetLimb(i, one.Limb(i) & two.Limb(i));
     }
-    return result;
 }
 
-BitWord BitWord::AndNot(const BitWord& other) const {
-    BitWord result(low_ & ~other.low_);
-    for (std::size_t i = 0; i < high_.size(); ++i) {
-        result.high_.push_back(high_[i] & ~other.Limb(i + 1));
+void BitWord::TakeHighOr(const BitWord& one, const BitWord& two) {
+    for (std::size_t i = std::max(one.LimbCount(), two.LimbCount()) - 1; i > 0; --i) {
+        SetLimb(i, one.Limb(i) | two.Limb(i));
     }
-    result.Trim();
-    return result;
+}
+
+void BitWord::TakeHighAndNot(const BitWord& one, const BitWord& two) {
+    for (std::size_t i = one.LimbCount() - 1; i > 0; --i) {
+        SetLimb(i, one.Limb(i) & ~two.Limb(i));
+    }
+}
+
+void BitWord::SetLimb(std::size_t index, std::uint64_t bits) {
+    if (index == 0) {
+        low_ = bits;
+        return;
+    }
+    if (index > high_.size()) {
+        if (bits == 0) return;
+        high_.resize(index, 0);
+    }
+    high_[index - 1] = bits;
+    Trim();
 }
 
 void BitWord::Trim() {
@@ -140,7 +134,7 @@ void BitWord::Trim() {
 
 std::uint64_t BitWord::Limb(std::size_t index) const {
     if (index == 0) return low_;
-    return index - 1 < high_.size() ? high_[index - 1] : 0;
+    return index <= high_.size() ? high_[index - 1] : 0;
 }
 
 } // namespace zentrel

@@ -108,11 +108,50 @@ Section ParseSection(std::string_view picture) {
     return section;
 }
 
-std::string FixedDigits(double value, int places) {
-    std::array<char, 512> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                      std::chars_format::fixed, std::min(places, 100));
-    return {buffer.data(), result.ptr};
+// A magnitude as decimal digits: 0.DIGITS times 10^point.
+struct Decimal {
+    std::string digits;
+    int point = 0;
+
+    bool zero() const { return digits.find_first_not_of('0') == std::string::npos; }
+};
+
+// The 15 significant digits that a number shows anywhere, so that 1.005 counts as a half.
+Decimal Decompose(double magnitude) {
+    std::array<char, 40> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                   std::chars_format::scientific, 14)
+                         .ptr;
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const auto mark = text.find('e');
+    Decimal number{std::string(text.substr(0, mark)), 0};
+    number.digits.erase(1, 1);
+    const std::size_t sign = text[mark + 1] == '+' ? 1 : 0;
+    std::from_chars(text.data() + mark + 1 + sign, text.data() + text.size(), number.point);
+    ++number.point;
+    return number;
+}
+
+// Keeps `count` digits; a half goes away from zero.
+void RoundTo(Decimal& number, int count) {
+    if (count < 0) {
+        number.digits.clear();
+        return;
+    }
+    const auto kept = static_cast<std::size_t>(count);
+    const bool up = kept < number.digits.size() && number.digits[kept] >= '5';
+    number.digits.resize(kept, '0');
+    if (!up) return;
+    std::size_t at = kept;
+    while (at > 0 && number.digits[at - 1] == '9')
+        number.digits[--at] = '0';
+    if (at > 0) {
+        ++number.digits[at - 1];
+    } else {
+        number.digits.push_back('0');
+        number.digits.front() = '1';
+        ++number.point;
+    }
 }
 
 std::string WholeDigits(std::string whole, const Section& section) {
@@ -171,24 +210,28 @@ std::string FormatNumber(double value, std::string_view picture) {
     const Section section = ParseSection(sections[use]);
     if (section.wholePlaces + section.places == 0) return Assemble(section, {}, {}, {});
 
-    double magnitude = std::abs(value) * std::pow(100.0, section.percent);
+    Decimal number = Decompose(std::abs(value));
     std::string exponent;
     if (section.exponentDigits > 0) {
-        int power = magnitude == 0.0 ? 0 : static_cast<int>(std::floor(std::log10(magnitude)));
-        power -= std::max(section.wholePlaces, 1) - 1;
-        magnitude /= std::pow(10.0, power);
+        const int wholeDigits = std::max(section.wholePlaces, 1);
+        RoundTo(number, wholeDigits + section.places);
+        const int power = number.zero() ? 0 : number.point - wholeDigits;
+        number.point -= power;
         exponent = ExponentText(power, section);
+    } else {
+        number.point += 2 * section.percent;
     }
-    const std::string digits = FixedDigits(magnitude, section.places);
-    const auto point = std::min(digits.find('.'), digits.size());
-    std::string fraction = point < digits.size() ? digits.substr(point + 1) : std::string();
+    RoundTo(number, number.point + section.places);
+    const auto whole =
+        std::min(static_cast<std::size_t>(std::max(number.point, 0)), number.digits.size());
+    std::string fraction = number.digits.substr(whole);
+    fraction.insert(0, static_cast<std::size_t>(section.places) - fraction.size(), '0');
     while (static_cast<int>(fraction.size()) > section.placeZeros && fraction.back() == '0') {
         fraction.pop_back();
     }
     const std::string text =
-        Assemble(section, WholeDigits(digits.substr(0, point), section), fraction, exponent);
-    const bool nothing = digits.find_first_of("123456789") == std::string::npos;
-    return value < 0 && use == 0 && !nothing ? '-' + text : text;
+        Assemble(section, WholeDigits(number.digits.substr(0, whole), section), fraction, exponent);
+    return value < 0 && use == 0 && !number.zero() ? '-' + text : text;
 }
 
 } // namespace zentrel

@@ -56,7 +56,13 @@ std::int32_t cPart::PortValueToPin(std::int32_t value) const {
 }
 
 std::int32_t cPart::PinMaskToPortValue(std::int32_t mask) const {
-    return zentrel::PinMaskToPortValue(session_.CommMode_Select, mask);
+    std::int32_t value = 0;
+    for (int pin = 1; pin <= kPinMaskBits; ++pin) {
+        if (((static_cast<std::uint32_t>(mask) >> (pin - 1)) & 1U) != 0) {
+            value += PinToPortValue(pin);
+        }
+    }
+    return value;
 }
 
 std::int32_t cPart::PortValueToPinMask(std::int32_t value) const {
@@ -104,6 +110,7 @@ void cPart::UpdateDisplays() {
 }
 
 void cPart::ClearFieldsAndRegisters() {
+    journal_.Forget();
     PrgmBits.Clear();
     PrgmPins.Clear();
     Registers.Clear();

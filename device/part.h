@@ -107,6 +107,7 @@ class cPart {
     /// Shows "Unknown pin position ..." for a pin that the bridge doesn't know, and gives 0.
     std::int32_t PinToPortValue(std::int32_t pin) const;
     std::int32_t PortValueToPin(std::int32_t value) const;
+    /// Shows that message for each such pin in the mask.
     std::int32_t PinMaskToPortValue(std::int32_t mask) const;
     std::int32_t PortValueToPinMask(std::int32_t value) const;
 

@@ -34,7 +34,6 @@ constexpr std::array<std::int32_t, 9> kLptInverse{3, 4, 10, 14, 1000, 1100, 1200
 constexpr std::array<std::int32_t, 12> kOptions{1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 14};
 constexpr std::array<std::int32_t, 5> kInputOptions{1500, 1300, 1200, 1000, 1100};
 
-constexpr int kMaskBits = 30;
 constexpr int kFirstInput = 1000;
 
 constexpr std::int32_t Bit(int bit) {
@@ -51,7 +50,7 @@ const PinBit* FindLptLine(std::int32_t pin) {
 template<typename Convert>
 std::int32_t SumOverBits(std::int32_t mask, Convert convert) {
     std::int64_t sum = 0;
-    for (int bit = 0; bit < kMaskBits; ++bit) {
+    for (int bit = 0; bit < kPinMaskBits; ++bit) {
         if ((mask & Bit(bit)) != 0) sum += convert(bit);
     }
     return static_cast<std::int32_t>(sum);
@@ -113,11 +112,12 @@ std::int32_t PinMaskToPortValue(std::string_view mode, std::int32_t mask) {
 std::int32_t PortValueToPinMask(std::string_view mode, std::int32_t value) {
     return SumOverBits(value, [&](int bit) -> std::int32_t {
         const std::int32_t pin = PortValueToPin(mode, Bit(bit));
-        return pin >= 1 && pin <= kMaskBits ? Bit(pin - 1) : 0;
+        return pin >= 1 && pin <= kPinMaskBits ? Bit(pin - 1) : 0;
     });
 }
 
 std::int32_t CutComposite(std::string_view mode, std::int32_t pin) {
+    if (pin < 0) return pin;
     if (mode == kRouteUsb) return pin % 100;
     if (mode == kRouteLpt) return pin - pin % 100;
     return pin;

@@ -10,6 +10,9 @@
 /// route. All functions are pure; what has no counterpart gives 0.
 namespace zentrel {
 
+/// Bits of a pin mask or port mask that the conversions look at.
+inline constexpr int kPinMaskBits = 30;
+
 /// The parallel port's mask of a pin. Throws Overflow for a pin whose bit lies beyond 32.
 std::int32_t LptPinToPortValue(std::int32_t pin);
 std::int32_t LptPortValueToPin(std::int32_t value);
@@ -25,7 +28,8 @@ std::int32_t PinMaskToPortValue(std::string_view mode, std::int32_t mask);
 std::int32_t PortValueToPinMask(std::string_view mode, std::int32_t value);
 
 /// A read-back pin's number holds two homes: hundreds for the parallel port, the last two digits
-/// for the bridge. This cuts it to the one of the route.
+/// for the bridge. This cuts it to the one of the route. A negative number, which stands for no
+/// pin, stays as it is.
 std::int32_t CutComposite(std::string_view mode, std::int32_t pin);
 
 /// Options of a pin group on the port screen: 0 to 7 are pins 1 to 8, then 10, 11, 12, 14.

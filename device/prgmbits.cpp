@@ -100,7 +100,7 @@ double cPrgmBits::Maximum() const {
         double largest = 0;
         bool numeric = false;
         for (std::size_t i = 0; hasStrings() && i < strings_.size(); ++i) {
-            if (const auto number = ParseNumber(strings_[i])) {
+            if (const auto number = ParseFileNumber(strings_[i])) {
                 numeric = true;
                 largest = std::max(largest, *number);
             }

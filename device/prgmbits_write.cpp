@@ -1,4 +1,6 @@
 #include <cmath>
+#include <optional>
+#include <string>
 
 #include "device/number_text.h"
 #include "device/part.h"
@@ -14,14 +16,20 @@ constexpr double kFarthest = 10000;
 double RestAbove(double v, std::int16_t length) {
     const std::int32_t bits = RoundToLong(v);
     if (length >= 31) return 0;
-    const std::int32_t own = static_cast<std::int32_t>((std::uint32_t{1} << length) - 1);
+    const std::int32_t own = length > 0 ? (std::int32_t{1} << length) - 1 : 0;
     return static_cast<double>(bits & ~own) / std::ldexp(1.0, length);
 }
 
 } // namespace
 
 void cPrgmBits::RunHook(const std::string& procedure) const {
-    if (!procedure.empty()) part_.upward().hooks->ExecuteScript(script_name, procedure);
+    if (procedure.empty()) return;
+    // The script may load another device and take this field away with the present one.
+    cPart& part = part_;
+    const std::string id = ID, module = script_name, name = procedure;
+    const bool stands =
+        part.journal().RunHook([&] { part.upward().hooks->ExecuteScript(module, name); });
+    if (!stands) throw NotFound(part.PrgmBits.name(), id);
 }
 
 void cPrgmBits::SetBitValue(double v) {
@@ -80,7 +88,8 @@ double cPrgmBits::StorePlain(double d) {
     WriteSign(d >= 0);
     d = WithinLimits(d);
     const double size = step();
-    const std::int32_t bits = size == 0.0 ? 0 : RoundToLong((std::abs(d) - ZeroValue) / size);
+    // Not on 32 bits: a chain may be wider, and a field takes its own low bits.
+    const double bits = size == 0.0 ? 0 : RoundHalfEven((std::abs(d) - ZeroValue) / size);
     Reg().SetBits(bits, Position, Length, DataInverted);
     if (!LinkedBits.empty()) {
         d = d - size * raw() + ZeroValue;
@@ -94,10 +103,11 @@ int cPrgmBits::Nearest(int count, double d, NumberOf numberOf) const {
     int best = 0;
     double distance = kFarthest;
     for (int i = 0; i < count; ++i) {
-        const double number = numberOf(i);
-        if (number == d) return i;
-        if (std::abs(number - d) < distance) {
-            distance = std::abs(number - d);
+        const std::optional<double> number = numberOf(i);
+        if (!number) continue;
+        if (*number == d) return i;
+        if (std::abs(*number - d) < distance) {
+            distance = std::abs(*number - d);
             best = i;
         }
     }
@@ -106,8 +116,9 @@ int cPrgmBits::Nearest(int count, double d, NumberOf numberOf) const {
 
 double cPrgmBits::StoreListed(double d) {
     if (!hasValues()) {
+        // An entry without a number is never the nearest one.
         const int count = static_cast<int>(strings_.size());
-        SetBitValue(Nearest(count, d, [this](int i) { return NumberAt(i); }));
+        SetBitValue(Nearest(count, d, [this](int i) { return ParseFileNumber(StringAt(i)); }));
         return d;
     }
     const int index =

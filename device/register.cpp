@@ -43,7 +43,14 @@ void cRegister::SetValue(double value) {
 }
 
 bool cRegister::Change() {
-    return std::exchange(change_, false);
+    const bool change = change_;
+    SetChange(false);
+    return change;
+}
+
+void cRegister::SetChange(bool value) {
+    if (change_ && !value) part_.journal().Acknowledge(*this);
+    change_ = value;
 }
 
 std::int16_t cRegister::Address() const {
@@ -70,8 +77,7 @@ void cRegister::SetBits(double bits, std::int16_t Position, std::int16_t Bitleng
 
 double cRegister::GetBits(std::int16_t Position, std::int16_t Bitlength, bool inv) const {
     if (Bitlength == 0 || !Computable(Position, Bitlength)) return 0;
-    const BitWord mask = BitWord::Ones(Bitlength).Shifted(Position);
-    const double field = std::ldexp((word_ & mask).ToDouble(), -Position);
+    const double field = word_.Field(Position, Bitlength).ToDouble();
     return inv ? Mirrored(field, Bitlength).value_or(0) : field;
 }
 

@@ -36,7 +36,7 @@ class cRegister {
 
     /// Whether the word differs from what the device holds. Reading clears the flag.
     bool Change();
-    void SetChange(bool value) { change_ = value; }
+    void SetChange(bool value);
     /// The same without clearing, for a display that only looks.
     bool changed() const { return change_; }
 

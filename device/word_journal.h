@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -25,16 +26,55 @@ class WordJournal {
         } catch (const ScriptFailure&) {
             throw;
         } catch (...) {
-            if (depth_ == 1) Undo();
+            if (depth_ == operation_.outside + 1) Undo();
             throw;
         }
     }
 
+    /// Runs a script's hook in the middle of an operation. What the script does to fields is an
+    /// operation each, undone alone when it fails and again with the one around it. False when
+    /// the hook emptied the device: the field that it belongs to is gone then.
+    template<typename Hook>
+    bool RunHook(Hook&& hook) {
+        const auto device = device_;
+        const Inside inside(*this);
+        std::forward<Hook>(hook)();
+        return device == device_;
+    }
+
+    /// Runs a change that consists of several operations, all or nothing: when `change` gives false
+    /// or throws, every word goes back to what it was before it. An operation that fails in it is
+    /// undone alone, so that the change may go on. A hook that fails leaves what was written.
+    template<typename Change>
+    bool Attempt(std::string_view name, Change&& change) {
+        const Inside apart(*this);
+        const Nesting nesting(*this, name);
+        try {
+            const Inside inside(*this);
+            if (std::forward<Change>(change)()) return true;
+        } catch (const ScriptFailure&) {
+            throw;
+        } catch (...) {
+            Undo();
+            throw;
+        }
+        Undo();
+        return false;
+    }
+
     /// Remembers a register's word before its first write in this operation.
-    void Note(cRegister& reg);
+    void Note(cRegister& reg) {
+        if (depth_ > 0) Remember(reg);
+    }
+    /// The device has taken the word as it stands: a later undo makes it differ again.
+    void Acknowledge(const cRegister& reg);
+    /// The device's registers are about to go.
+    void Forget();
 
   private:
     static constexpr int kDeepest = 64;
+    /// A tree of references that meets the same fields over and over ends here.
+    static constexpr int kMostSteps = 10'000;
 
     struct Entry {
         cRegister* reg;
@@ -42,10 +82,23 @@ class WordJournal {
         bool change;
     };
 
+    struct Operation {
+        int outside = 0; // nesting around its outermost step
+        unsigned device = 0;
+        std::size_t start = 0; // its first entry
+        int steps = 0;
+    };
+
     class Nesting {
       public:
         Nesting(WordJournal& journal, std::string_view name) : journal_(journal) {
-            if (journal.depth_ >= kDeepest) throw EndlessReference(std::string(name));
+            Operation& operation = journal.operation_;
+            if (journal.depth_ == operation.outside) {
+                operation = {journal.depth_, journal.device_, journal.entries_.size(), 0};
+            }
+            if (journal.depth_ >= kDeepest || ++operation.steps > kMostSteps) {
+                throw EndlessReference(std::string(name));
+            }
             ++journal.depth_;
         }
         ~Nesting() {
@@ -58,10 +111,27 @@ class WordJournal {
         WordJournal& journal_;
     };
 
+    class Inside {
+      public:
+        explicit Inside(WordJournal& journal) : journal_(journal), around_(journal.operation_) {
+            journal.operation_.outside = journal.depth_;
+        }
+        ~Inside() { journal_.operation_ = around_; }
+        Inside(const Inside&) = delete;
+        Inside& operator=(const Inside&) = delete;
+
+      private:
+        WordJournal& journal_;
+        Operation around_;
+    };
+
+    void Remember(cRegister& reg);
     void Undo();
 
     int depth_ = 0;
+    Operation operation_;
     std::vector<Entry> entries_;
+    unsigned device_ = 0;
 };
 
 } // namespace zentrel

@@ -27,11 +27,13 @@ std::string Shown(std::string_view value) {
 }
 
 std::string LineOf(const Problem& problem) {
+    std::string line = problem.file;
     if (problem.key.empty()) {
-        return problem.file + ": " + problem.value + "; " + problem.used;
+        line += ": " + problem.value;
+    } else {
+        line += " [" + problem.section + "] " + Shown(problem.key) + '=' + Shown(problem.value);
     }
-    return problem.file + " [" + problem.section + "] " + Shown(problem.key) + "=" +
-           Shown(problem.value) + ": " + problem.used;
+    return line + " (used " + problem.used + ')';
 }
 
 } // namespace

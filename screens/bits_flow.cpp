@@ -6,14 +6,14 @@ namespace zentrel {
 namespace {
 
 // The design's distances, in twips.
-constexpr int kFirstX = 60, kFirstY = 240;     // of a frame's first row
+constexpr int kFirstX = 60, kFirstY = 240; // of a frame's first row
 constexpr int kFrameWidth = 2300, kFrameHeight = 800;
-constexpr int kColumnStep = 2340, kColumnGrowth = 2350;
+constexpr int kColumnGrowth = 2350;
 constexpr int kGap = 60, kWideGap = 120;
-constexpr int kBelowWindow = 1000;             // what the window has around the tab's content
+constexpr int kBelowWindow = 1000; // what the window has around the tab's content
 constexpr int kFrameGap = 120, kFrameColumnGap = 240, kFrameSpare = 240;
 constexpr int kFirstFrameLeft = 120, kFirstFrameTop = 360;
-constexpr int kSeveralColumns = 3000;          // a wider frame counts as two columns
+constexpr int kSeveralColumns = 3000; // a wider frame counts as two columns
 constexpr int kTwoColumns = 4700, kOneColumn = 2350;
 constexpr int kFirstPinTop = 240;
 
@@ -58,8 +58,8 @@ int BitsFlow::FrameFor(std::string_view group) {
             return 0;
         }
         const Frame& last = frames_.back();
-        frames_.push_back({std::string(group), last.left, last.top, kFrameWidth, kFrameHeight,
-                           kFirstX, kFirstY});
+        frames_.push_back(
+            {std::string(group), last.left, last.top, kFrameWidth, kFrameHeight, kFirstX, kFirstY});
     }
     return static_cast<int>(frames_.size()) - 1;
 }
@@ -68,7 +68,7 @@ BitsFlow::Place BitsFlow::Add(Kind kind, std::string_view group) {
     const int number = FrameFor(group);
     Frame& frame = frames_[static_cast<std::size_t>(number)];
     if (EndOfTest(kind, frame.y, sizes_) >= sizes_.windowHeight - kBelowWindow) {
-        frame.x += kColumnStep;
+        frame.x += kColumnWidth;
         frame.y = kFirstY;
         frame.width += kColumnGrowth;
     }

@@ -50,6 +50,8 @@ class BitsFlow {
         int left = 0, top = 0, width = 0, height = 0;
     };
 
+    /// From one column of a frame to the next.
+    static constexpr int kColumnWidth = 2340;
     /// What frame 0 is called until a group names it.
     static constexpr std::string_view kNoGroup = "Program Bits";
 

@@ -74,8 +74,10 @@ class BitsScreen {
   private:
     void MakeTemplates();
     void Place(Item& item);
-    void ShowFrames();
-    void NotePlacement(BitsFlow::Kind kind);
+    void PlacePin(int index);
+    void ShowFrames(int touched);
+    void ShowPinsFrame();
+    void NoteOverflow(BitsFlow::Kind kind);
     void ToggleField(int index);
     void ChooseListEntry(int index);
     void TogglePin(int index);
@@ -86,7 +88,7 @@ class BitsScreen {
     void ShowPins();
     void ShowCounters();
     void ShowLists();
-    void RefreshAfterEdit(bool bitsFirst);
+    void RefreshAfterEdit();
     void ReloadChanges();
 
     cPart& part_;
@@ -95,6 +97,7 @@ class BitsScreen {
     std::vector<Item> items_;
     int framesUsed_ = 0;
     int pinsUsed_ = 0;
+    int bitsUsed_ = 0, countersUsed_ = 0, listsUsed_ = 0;
     std::uint64_t layout_ = 0;
 };
 

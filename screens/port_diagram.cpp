@@ -10,7 +10,7 @@ namespace zentrel {
 namespace {
 
 // DB-25 pins by header pin. Header pin 0 isn't one.
-constexpr std::array<int, PortScreen::kHeaderPins + 1> kWiring{0, 2, 3, 5,  4,  6,  7, 8,
+constexpr std::array<int, PortScreen::kHeaderPins + 1> kWiring{0, 2,  3, 5,  4,  6,  7, 8,
                                                                9, 18, 1, 16, 17, 14, 14};
 constexpr int kGroundPin = 18;
 constexpr int kFirstBlockedOption = 8;

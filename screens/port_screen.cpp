@@ -53,8 +53,8 @@ bool Choose(std::span<Option> options, int index) {
 // Hexadecimal digits, at most four, with or without a prefix.
 std::optional<std::int16_t> ParseAddress(std::string_view text) {
     text = TrimBlanks(text);
-    if (text.size() > 2 && (EqualNoCase(text.substr(0, 2), "&H") ||
-                            EqualNoCase(text.substr(0, 2), "0x"))) {
+    if (text.size() > 2 &&
+        (EqualNoCase(text.substr(0, 2), "&H") || EqualNoCase(text.substr(0, 2), "0x"))) {
         text.remove_prefix(2);
     }
     constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
@@ -179,8 +179,7 @@ void PortScreen::SelectPrgmBit(int number) {
         pin.SetPosition(std::int32_t{home});
         // The pin's other home stays: hundreds for the parallel port, two digits for the bridge.
         const std::int32_t bridge = part_.InputPinPositionINI % 100;
-        part_.InputPinPositionINI =
-            lpt ? home + bridge : part_.InputPinPositionINI - bridge + home;
+        part_.InputPinPositionINI = lpt ? home + bridge : part_.InputPinPositionINI - bridge + home;
         part_.SetInputPinPosition(std::int32_t{part_.InputPinPositionINI});
     }
     WarnOfBursts();

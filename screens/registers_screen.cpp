@@ -169,8 +169,8 @@ void RegistersScreen::UpdateRegisterDisplay() {
         const cRegister* reg = part_.Registers.Find(lblRegName[at].Caption);
         if (reg == nullptr) continue;
         const ShownRow& shown = shown_[at];
-        if (shown.drawn && shown.msbFirst == msbFirst_ &&
-            shown.length == part_.RegisterLength() && shown.word == reg->word()) {
+        if (shown.drawn && shown.msbFirst == msbFirst_ && shown.length == part_.RegisterLength() &&
+            shown.word == reg->word()) {
             continue;
         }
         RewriteRow(row, *reg);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -61,6 +62,8 @@ class cPLL {
     /// Factor of the reference doubler, at least 1: a switch at 0 or 1 gives 1 or 2, a list its
     /// entry.
     std::int16_t Doubler() const;
+    /// Whether a doubler's field is a switch, whose 0 and 1 mean the factors 1 and 2.
+    static bool IsDoublerSwitch(const cPrgmBits& field);
 
     /// The R counter, rounded to the nearest integer when set. A failure at the field is told in a
     /// message; the value read is then 0.
@@ -100,8 +103,8 @@ class cPLL {
     std::int32_t OUT1_DIV() const { return out_[1] < 1 ? 1 : out_[1]; }
     void SetOUT0_DIV(std::int32_t divider) { SetOutDivider(0, divider); }
     void SetOUT1_DIV(std::int32_t divider) { SetOutDivider(1, divider); }
-    /// Takes the dividers from their fields, after those were changed by other means.
-    void FollowOutputFields();
+    /// Takes divider `output` (0 or 1) from its field, which may have been changed by other means.
+    void FollowOutputField(int output);
 
     /// VCO / divider. Setting it moves the divider while "Fixed VCO Frequency" is on, else the VCO.
     double OUT0_Freq() const { return VCOFrequency() / OUT0_DIV(); }
@@ -126,35 +129,46 @@ class cPLL {
     /// Held for scripts; the arithmetic asks the session's option.
     void SetVCOFixed(bool fixed) { vcoFixed_ = fixed; }
 
+    /// What the block holds beside its counters, for undoing a change that failed.
+    struct Held {
+        double crystalHz = 0;
+        double nDivInput = 0;
+        std::array<std::int32_t, 2> outputDividers{};
+        std::int16_t extra1 = 1;
+    };
+    Held held() const { return {crystal_, nDivInput_, out_, extra1_}; }
+    void Restore(const Held& held);
+
     /// Index of the block's entry in its file, whatever entries before it were left out.
     int entry = 0;
     /// The block's diagram.
     PllPanel panel;
 
   private:
+    /// The way from the VCO back to the N counter.
+    struct Feedback {
+        double divider = 1; // of the linked block
+        double extra = 1;
+        bool writable = true; // N may be computed from a VCO frequency
+    };
+
     cPrgmBits& Field(std::string_view name) const;
     template<typename Access>
     void TellFailure(std::string_view what, const std::string& name, Access access) const;
-    double StoredR() const;
+    bool vcoStays() const;
     double RepairedR() const;
-    bool vcoFixedOption() const;
-
-    // Of the feedback's way back to the N counter.
-    struct Feedback {
-        double divider = 1; ///< V
-        double extra = 1;
-        bool writable = true;
-    };
+    double ComparisonHz() const;
     Feedback FeedbackPath() const;
-
-    const std::string& OutputField(int k) const;
-    void SetOutDivider(int k, std::int32_t divider);
-    void SetOutFrequency(int k, double mhz);
+    bool StoreN(double& v);
+    bool StoreR(double r) const;
+    const std::string& OutputField(int output) const;
+    void SetOutDivider(int output, std::int32_t divider);
+    void SetOutFrequency(int output, double mhz);
 
     cPart& part_;
     std::string id_;
     std::int16_t idnum_ = 0;
-    std::int32_t out_[2] = {0, 0};
+    std::array<std::int32_t, 2> out_{};
     std::string doubler_, rCounter_, nCounter_, denominator_, numerator_;
     double crystal_ = 0; // Hz
     [[maybe_unused]] bool vcoFixed_ = false;

@@ -25,6 +25,21 @@ constexpr std::array<std::string_view, kPllLabels> kLabelTexts = {
     "Fraction",
 };
 
+struct TemplateText {
+    Label PllPanel::*label;
+    std::string_view text;
+};
+constexpr TemplateText kTemplateTexts[] = {
+    {&PllPanel::lblDoubler, "X1"},
+    {&PllPanel::lblNPrescale, "128"},
+    {&PllPanel::lblPDPol, "+"},
+    {&PllPanel::lblCPGain, "HIGH"},
+    {&PllPanel::lblCPState, "Tristate"},
+    {&PllPanel::lblPLLOSCBit, "OSCbit"},
+    {&PllPanel::pllSynthDivLblHigh, "VCO\n\rDivider"},
+    {&PllPanel::pllExtraDivLbl, "Extra Divide"},
+};
+
 template<typename... Elements>
 void Hide(Elements&... elements) {
     ((elements.Visible = false), ...);
@@ -37,15 +52,9 @@ PllPanel::PllPanel() {
         const auto at = static_cast<std::size_t>(k);
         lblPLL[at].Caption = kLabelTexts[at];
     }
-    lblDoubler.Caption = "X1";
-    lblNPrescale.Caption = "128";
-    lblPDPol.Caption = "+";
-    lblCPGain.Caption = "HIGH";
-    lblCPState.Caption = "Tristate";
-    lblPLLOSCBit.Caption = "OSCbit";
+    for (const auto& [label, text] : kTemplateTexts)
+        (this->*label).Caption = text;
     txtGetPLLBits.Caption = "Show Bits";
-    pllSynthDivLblHigh.Caption = "VCO\n\rDivider";
-    pllExtraDivLbl.Caption = "Extra Divide";
 
     Hide(txtFractNum, txtFractDen, SpnFractNum, spnFractDen);
     Hide(lblDoubler, lblNPrescale);

@@ -27,6 +27,9 @@ int GetNextCmdPacket(cPart& part, std::array<std::uint8_t, kLongestPacket>& pack
 /// Takes the reply to the command `opcode`, whose messages bear `label`.
 UsbReply usbGetAck(cPart& part, std::uint8_t opcode, std::string_view label);
 
+/// A whole command: sends it and takes its acknowledgement.
+UsbReply usbCommand(cPart& part, const UsbPacket& packet);
+
 /// Opens the bridge and sends pins and format: after every attach and change of pins, and before
 /// `LoadAll`.
 void usbSetupDevice(cPart& part);

@@ -96,7 +96,7 @@ class Board {
     };
 
     void FollowDevice();
-    void ClockEdge(bool rising);
+    void Shift(bool high);
     void Latch(BoardRoute route);
     std::string RegisterOf(const BitWord& word) const;
     void SelectReadBack(const LatchedWord& latched);
