@@ -54,13 +54,13 @@ void MenuView::AddEntry(QMenu& menu, const MenuNode& node) {
     action->setCheckable(node.checkable);
     shown_.push_back({&node, action});
     QObject::connect(action, &QAction::triggered, &menu, [this, name = node.name] {
-        hand_.Do([this, &name] { model_.Click(name); });
+        hand_.Do([&] { model_.Click(name); });
     });
 }
 
 void MenuView::AddItem(QMenu& menu, const MenuNode& array, std::size_t index) {
     const MenuNode& item = array.children[index];
-    QAction* action = menu.addAction({});
+    QAction* action = menu.addAction(QString());
     action->setObjectName(IndexedName(array.name.c_str(), index));
     shown_.push_back({&item, action});
     QObject::connect(action, &QAction::triggered, &menu, [this, name = array.name, index] {

@@ -1,5 +1,6 @@
 #include "screens/qt/scroll_page.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 

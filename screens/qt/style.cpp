@@ -1,5 +1,6 @@
 #include "screens/qt/style.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleFactory>
