@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "device/errors.h"
+#include "clock/clock_engine.h"
 #include "device/part.h"
 #include "synth/clock_link.h"
+#include "synth/limits.h"
 #include "synth/pll.h"
 
 namespace zentrel {
@@ -29,8 +30,20 @@ bool cClkDist::VCO_div_bypassed() const {
     return panel.CLK_VCODIV_bypass.Visible && panel.CLK_VCODIV_bypass.Value;
 }
 
-void cClkDist::TellOnce(const std::string& message) {
-    if (told_.insert(message).second) part_.upward().messages->Show(message);
+void cClkDist::SetRefOSC_Freq(double mhz) {
+    if (IsUsable(mhz)) reference_ = mhz;
+}
+void cClkDist::SetExtSRC_Freq(double mhz) {
+    if (IsUsable(mhz) && mhz != 0) external_ = mhz;
+}
+void cClkDist::SetIntVCO_Freq(double mhz) {
+    if (IsUsable(mhz) && mhz != 0) vco_ = mhz;
+}
+
+void cClkDist::TellOnce(const Error& failure) {
+    if (!told_.insert(failure.what()).second) return;
+    part_.upward().messages->Show(std::string(failure.what()) + ", which the clock block " + id_ +
+                                  " needs.");
 }
 
 const std::string& cClkDist::Name(const Names& names, int index) {

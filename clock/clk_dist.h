@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "clock/clock_panel.h"
+#include "device/errors.h"
 #include "device/upward.h"
 #include "synth/linked_block.h"
 
@@ -36,13 +37,14 @@ class cClkDist final : public LinkedBlock {
     std::int16_t VCOCount = 0;   ///< As the file has it; nothing rests on it.
     std::int16_t ClockCount = 0; ///< Channels as the file has them; ShownChannels() has rows.
 
-    // The entered frequencies. They take any number; what the arithmetic can't use it leaves.
+    // The entered frequencies. Setting one to a number that is infinite or beyond 64 bits changes
+    // nothing; nor does a 0 for the external source or the VCO, which no N could express.
     double RefOSC_Freq() const override { return reference_; }
-    void SetRefOSC_Freq(double mhz) override { reference_ = mhz; }
+    void SetRefOSC_Freq(double mhz) override;
     double ExtSRC_Freq() const override { return external_; }
-    void SetExtSRC_Freq(double mhz) override { external_ = mhz; }
+    void SetExtSRC_Freq(double mhz) override;
     double IntVCO_Freq() const override { return vco_; }
-    void SetIntVCO_Freq(double mhz) override { vco_ = mhz; }
+    void SetIntVCO_Freq(double mhz) override;
     double InputDiv_Out_Freq = 0; ///< Behind the VCO divider and the PLL's extra divider.
     double InputBusFreq = 0;      ///< Held for scripts.
 
@@ -91,8 +93,8 @@ class cClkDist final : public LinkedBlock {
     /// `ClockCount` within the rows of the tab.
     int ShownChannels() const;
 
-    /// Shows a message unless this block has shown it before, so that no refresh repeats it.
-    void TellOnce(const std::string& message);
+    /// Shows a failure that a refresh met, unless it was shown for this block before.
+    void TellOnce(const Error& failure);
 
     /// Index of the block's entry in its file, whatever entries before it were left out.
     int entry = 0;

@@ -8,12 +8,11 @@
 #include "device/number_text.h"
 #include "device/part.h"
 #include "synth/clock_link.h"
+#include "synth/limits.h"
 #include "synth/pll.h"
 
 namespace zentrel {
 namespace {
-
-constexpr double kBeyond64Bits = 9223372036854775808.0;
 
 // The way from the counters to a frequency and back takes about ten roundings of a double.
 bool SameButForRounding(double a, double b) {
@@ -22,13 +21,13 @@ bool SameButForRounding(double a, double b) {
 
 std::optional<double> NForInput(const cPLL& pll, double mhz) {
     const double n = mhz / (pll.PDFrequency() / 1000);
-    if (mhz == 0 || !std::isfinite(n) || std::abs(n) >= kBeyond64Bits) return {};
+    if (mhz == 0 || !IsUsable(n)) return {};
     return n;
 }
 
 void TakeBack(double& frequency, const cPLL& pll) {
     const double expressed = pll.VCOFrequency();
-    if (std::isfinite(expressed)) frequency = expressed;
+    if (IsUsable(expressed)) frequency = expressed;
 }
 
 // Counters that give the frequency already stay as they are, so that a refresh is no change for
@@ -99,24 +98,24 @@ void cClkDist::UpdateCLKValues() {
     } catch (const ScriptFailure&) {
         throw;
     } catch (const Error& failure) {
-        TellOnce(std::string(failure.what()) + ", which the frequencies of " + id_ + " need.");
+        TellOnce(failure);
     }
 }
 
 double cClkDist::GetSourceFrequency() const {
     switch (ClockModeOf(part_)) {
     case ClockMode::AllPaths:
-        switch (InputMuxIndex()) {
-        case 0:
+        switch (InputOfMode(InputMuxIndex())) {
+        case ClockInput::VCO:
             return InputDiv_Out_Freq;
-        case 1:
-        case 2:
+        case ClockInput::External:
             return external_;
-        case 3:
+        case ClockInput::Reference:
             return reference_;
-        default:
+        case ClockInput::None:
             return 0;
         }
+        break;
     case ClockMode::InternalVCO:
         return InputDiv_Out_Freq;
     case ClockMode::ExternalVCO:
@@ -145,6 +144,18 @@ std::optional<double> ClockModeBit(const cPart& part) {
     return mode->BitValue();
 }
 
+ClockInput InputOfMode(double value) {
+    if (value == 0) return ClockInput::VCO;
+    if (value == 1 || value == 2) return ClockInput::External;
+    return value == 3 ? ClockInput::Reference : ClockInput::None;
+}
+
+ClockInput InputOfTestMux(double value) {
+    if (value == 0) return ClockInput::VCO;
+    if (value == 1) return ClockInput::External;
+    return value == 2 ? ClockInput::Reference : ClockInput::None;
+}
+
 void SetVCO_TM(const cPart& part) {
     SelectTestModeInput(part, 0);
 }
@@ -162,13 +173,12 @@ namespace {
 
 // Reads what a name stands for; an empty name gives `absent`, a failure is told and gives nothing.
 template<typename Read>
-auto ReadNamed(cClkDist& block, int c, const std::string& name, Read read)
+auto ReadNamed(cClkDist& block, const std::string& name, Read read)
     -> std::optional<decltype(read(block.Part().PrgmBits(name)))> {
     try {
         return read(block.Part().PrgmBits(name));
     } catch (const Error& failure) {
-        block.TellOnce(std::string(failure.what()) + ", which CLKout" + std::to_string(c) + " of " +
-                       block.ID() + " needs.");
+        block.TellOnce(failure);
         return {};
     }
 }
@@ -185,14 +195,14 @@ ChannelOutput OutputOfChannel(cClkDist& block, int c, double source, double extr
     const auto text = [](cPrgmBits& field) { return field.Text(); };
 
     const std::string& divider = block.GetClkDividerName(c);
-    output.divider = divider.empty() ? 1 : ReadNamed(block, c, divider, value);
+    output.divider = divider.empty() ? 1 : ReadNamed(block, divider, value);
     if (const std::string& mux = block.GetClkMuxName(c); !mux.empty()) {
-        const std::string path = ReadNamed(block, c, mux, text).value_or("");
+        const std::string path = ReadNamed(block, mux, text).value_or("");
         output.divided = path != "Bypassed" && path != "Delayed";
         output.delayed = path != "Bypassed" && path != "Divided";
     }
     if (const std::string& enable = block.GetClkEnableName(c); !enable.empty()) {
-        const auto state = ReadNamed(block, c, enable, text);
+        const auto state = ReadNamed(block, enable, text);
         output.enabled = !state || ParseNumber(*state) == 1.0;
     }
 

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "clock/clock_panel.h"
+
 namespace zentrel {
 
 class cClkDist;
@@ -26,6 +28,11 @@ bool VCO_div_bypassed(const cPart& part, int which);
 /// Nothing when the device has no such field.
 inline constexpr double kTestMode = 7;
 std::optional<double> ClockModeBit(const cPart& part);
+
+/// The input behind a value of "MODE" or an entry of `cbClkInputMux`: 0 VCO, 1 and 2 external, 3
+/// reference; and behind a value of the input mux in the test mode: 0 VCO, 1 external, 2 reference.
+ClockInput InputOfMode(double value);
+ClockInput InputOfTestMux(double value);
 
 /// Choices of the input in the test mode: they write "INPUT_MUX".
 void SetVCO_TM(const cPart& part);

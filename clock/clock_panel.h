@@ -85,8 +85,8 @@ struct ClockPanel {
     ListBox CB_CLK_Delay_N, CB_CLK_Delay_R;                       ///< The global delays.
     TextBox CLKtxt_InputDiv;                                      ///< The VCO divider.
     Spinner CLKspn_InputDiv;
-    CheckBox CLK_VCODIV_bypass;      ///< A user control: no refresh sets its mark.
-    TextBox CLKtxt_InputDivOutFreq;  ///< MHz behind the VCO divider.
+    CheckBox CLK_VCODIV_bypass;     ///< A user control: no refresh sets its mark.
+    TextBox CLKtxt_InputDivOutFreq; ///< MHz behind the VCO divider.
     Label clkDist_R_value, clkDist_N_value, clkDist_PDF_value; ///< Readouts of the linked PLL.
     Label clkdist_R3, clkdist_R4, clkdist_C3, clkdist_C4;      ///< The internal loop filter.
 

@@ -9,6 +9,7 @@
 #include "clock/display_mode.h"
 #include "device/number_text.h"
 #include "device/part.h"
+#include "partfile/part_definition.h"
 #include "synth/pll.h"
 
 namespace zentrel {
@@ -46,6 +47,7 @@ void RecordTab(cPart& part, const std::string& blockName, int tab) {
     AddEntry(part.clkdist_tabnames, tab, blockName);
     AddEntry(part.tab_id_type, std::string("CLKDIST"), std::to_string(part.tab_id_type.Count()));
     AddEntry(part.tab_id_num, part.ClkDists.Count(), std::to_string(tab));
+    part.tabdata.Add(std::make_shared<int>(tab));
 }
 
 void NoteTemplateSizes(cPart& part) {
@@ -146,6 +148,32 @@ void AddCLKChannel(cPart& part, int which_channel, std::string_view sClkDivName,
     FillList(part, row.divCB_CMux, sClkMuxName);
     row.divCB_od.Clear();
     row.divCB_od.List = {"Disabled", "Enabled"};
+}
+
+cClkDist& LoadClkDist(cPart& part, const ClkDistEntry& entry) {
+    cClkDist& block = AddClkDist(part, entry.name, std::to_string(entry.vcoCount),
+                                 std::to_string(entry.clockCount), entry.pll,
+                                 static_cast<std::int16_t>(entry.entry));
+    SetupCLKDIST(part, entry.nDelay, entry.rDelay, entry.inputDiv, entry.inputDivByp,
+                 entry.inputMux, entry.refOscFreq, entry.extSrcFreq, entry.intVcoFreq);
+    for (std::size_t c = 0; c < entry.channels.size(); ++c) {
+        const ClockChannel& channel = entry.channels[c];
+        AddCLKChannel(part, static_cast<int>(c), channel.divider, channel.delay, channel.mux,
+                      channel.enable);
+    }
+    block.LF_C3 = entry.lfC3;
+    block.LF_R3 = entry.lfR3;
+    block.LF_C4 = entry.lfC4;
+    block.LF_R4 = entry.lfR4;
+    block.LF_C3C4 = entry.lfC3C4;
+    block.SetInputDividerName(entry.inputDiv);
+    block.InputMuxName = entry.inputMux;
+    block.InputDivBypVal = entry.inputDivBypVal;
+    block.InputDivBypVal_Clear = entry.inputDivBypClearVal;
+    if (SetDisplayMode(part, entry.displayType) < 0) {
+        part.upward().messages->Show("Failed to set display mode " + entry.displayType);
+    }
+    return block;
 }
 
 void ClearClkDist(cPart& part) {

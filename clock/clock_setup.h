@@ -7,10 +7,11 @@ namespace zentrel {
 
 class cClkDist;
 class cPart;
+struct ClkDistEntry;
 
 /// What a part load does for each clock block, in this order: AddClkDist, SetupCLKDIST,
-/// AddCLKChannel for each channel; then the loader stores the remaining names into the block and
-/// ends with SetDisplayMode.
+/// AddCLKChannel for each channel; then the remaining names go straight into the block, and
+/// SetDisplayMode comes last. LoadClkDist does it all.
 
 /// Adds block `ClockDistNumber` (from 0) with its tab, links it with the PLL of that exact name,
 /// and shows its channels. Counts come as the file's text and are rounded down; a text that is no
@@ -32,6 +33,10 @@ void SetupCLKDIST(cPart& part, std::string_view sNDelay, std::string_view sRDela
 void AddCLKChannel(cPart& part, int which_channel, std::string_view sClkDivName,
                    std::string_view sClkDelayName, std::string_view sClkMuxName,
                    std::string_view sClkENName);
+
+/// A whole block from its entry: everything above, the names that the block keeps, and the display
+/// mode. A mode that isn't known is told.
+cClkDist& LoadClkDist(cPart& part, const ClkDistEntry& entry);
 
 /// Takes all blocks out of the device.
 void ClearClkDist(cPart& part);

@@ -60,7 +60,7 @@ class frmLoopFilter {
     void UpdateLoopFilterDisplay();
 
   private:
-    void Choose(std::string cClkDist::*name, const ListBox& list);
+    void Choose(std::string_view element, std::string cClkDist::*name, const ListBox& list);
 
     cPart& part_;
 };

@@ -12,7 +12,7 @@ endif()
 add_library(zentrel_flags INTERFACE)
 target_include_directories(zentrel_flags INTERFACE "${CMAKE_SOURCE_DIR}")
 target_compile_options(zentrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
-# GCC 12 sees an overlap in "text" + std::string at -O2 where there is none.
+# GCC 12 sees an overlap in "text" + std::string at -O3 where there is none.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(zentrel_flags INTERFACE -Wno-restrict)
 endif()

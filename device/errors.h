@@ -20,9 +20,7 @@ class Error : public std::runtime_error {
 /// A key or position that a collection doesn't hold. Number 5.
 class NotFound : public Error {
   public:
-    NotFound(std::string_view collection, std::string_view key)
-        : Error(5, "There is no \"" + std::string(key) + "\" in " + std::string(collection)),
-          collection_(collection), key_(key) {}
+    NotFound(std::string_view collection, std::string_view key);
     const std::string& collection() const { return collection_; }
     const std::string& key() const { return key_; }
 
@@ -34,9 +32,7 @@ class NotFound : public Error {
 /// A key that a collection holds already. Number 457.
 class DuplicateKey : public Error {
   public:
-    DuplicateKey(std::string_view collection, std::string_view key)
-        : Error(457,
-                "\"" + std::string(key) + "\" stands in " + std::string(collection) + " already") {}
+    DuplicateKey(std::string_view collection, std::string_view key);
 };
 
 /// A number too large for the integer that has to hold it. Number 6.

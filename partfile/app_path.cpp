@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
-#include <vector>
 
 #include "device/text.h"
 
@@ -14,7 +13,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kPartNameLength = 30;
 
-constexpr bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+constexpr bool IsSeparator(char c) {
+    return c == '/' || c == '\\';
+}
 
 // Whether `path` begins with `prefix` as a whole name; case and kind of separator don't count.
 bool BeginsWith(std::string_view path, std::string_view prefix) {
@@ -38,8 +39,7 @@ bool Exists(const std::string& path) {
 std::string NameOnDisk(const std::string& folder, const std::string& name) {
     std::string best;
     std::error_code error;
-    for (fs::directory_iterator it(folder.empty() ? "/" : folder, error), end;
-         !error && it != end; it.increment(error)) {
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
         std::string found = it->path().filename().string();
         if (EqualNoCase(found, name) && (best.empty() || found < best)) best = std::move(found);
     }
@@ -49,7 +49,8 @@ std::string NameOnDisk(const std::string& folder, const std::string& name) {
 } // namespace
 
 AppPath::AppPath(std::string_view programFolder) : realFolder_(programFolder) {
-    while (!realFolder_.empty() && IsSeparator(realFolder_.back())) realFolder_.pop_back();
+    while (!realFolder_.empty() && IsSeparator(realFolder_.back()))
+        realFolder_.pop_back();
     text_ = ToLower(realFolder_) + '\\';
 }
 
@@ -65,9 +66,13 @@ std::optional<std::string> AppPath::Resolve(std::string_view path) const {
         const std::string name(rest.begin(), end);
         rest.remove_prefix(std::min(name.size() + 1, rest.size()));
         if (name.empty()) continue;
-        std::string next = real + '/' + name;
-        if (!Exists(next)) next = real + '/' + NameOnDisk(real, name);
-        real = std::move(next);
+        real += '/';
+        const std::size_t folderLength = real.size();
+        real += name;
+        if (!Exists(real)) {
+            real.resize(folderLength);
+            real += NameOnDisk(real, name);
+        }
     }
     return real;
 }
@@ -81,6 +86,8 @@ std::string AppPath::PartFilePath(std::string_view partName) const {
     return bare ? text_ + std::string(name) + ".ini" : std::string();
 }
 
-std::string AppPath::CataloguePath() const { return text_ + "zentrel.ini"; }
+std::string AppPath::CataloguePath() const {
+    return text_ + "zentrel.ini";
+}
 
 } // namespace zentrel

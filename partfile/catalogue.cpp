@@ -17,8 +17,7 @@ constexpr std::string_view kSimulated = "Simulated";
 constexpr std::string_view kHardware = "Hardware";
 
 std::vector<std::string> ReadItems(IniFiles& files, std::string_view section,
-                                   std::string_view defaultItem,
-                                   std::vector<Problem>& problems) {
+                                   std::string_view defaultItem, std::vector<Problem>& problems) {
     const std::string path = files.Folder().CataloguePath();
     SectionReader reader(files.View(path), path, section, problems);
     std::vector<std::string> items;
@@ -34,8 +33,7 @@ std::vector<std::string> ReadItems(IniFiles& files, std::string_view section,
 std::size_t RecentCount(IniFiles& files, std::size_t listSize) {
     std::vector<Problem> toldAtStart;
     const std::string path = files.Folder().CataloguePath();
-    const int count =
-        SectionReader(files.View(path), path, kRecentSection, toldAtStart).Count();
+    const int count = SectionReader(files.View(path), path, kRecentSection, toldAtStart).Count();
     return std::min(static_cast<std::size_t>(count), listSize);
 }
 
@@ -94,8 +92,8 @@ bool SaveRecentList(IniFiles& files, std::span<const std::string> list) {
 }
 
 Board ReadBoard(IniFiles& files) {
-    const std::string board = files.GetPrivateSetting(files.Folder().CataloguePath(),
-                                                      kBenchSection, kBoardKey, kHardware);
+    const std::string board = files.GetPrivateSetting(files.Folder().CataloguePath(), kBenchSection,
+                                                      kBoardKey, kHardware);
     return EqualNoCase(board, kSimulated) ? Board::kSimulated : Board::kHardware;
 }
 

@@ -40,7 +40,8 @@ inline constexpr std::array<DeviceFamily, 9> kDeviceFamilies{{
      false},
 }};
 
-/// By the catalogue as it is on disk now: the family text of the first family that lists exactly this name; empty when none does.
+/// By the catalogue as it is on disk now: the family text of the first family that lists exactly
+/// this name; empty when none does.
 std::string GetPartType(IniFiles& files, std::string_view partName);
 
 /// The list of recent devices before a catalogue is read, or when it keeps none.

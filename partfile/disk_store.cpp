@@ -18,10 +18,12 @@ namespace {
 
 constexpr int kMaxLinks = 40;
 constexpr std::int64_t kNsPerSecond = 1'000'000'000;
-// Well above the tick of any file system's clock but that of FAT, which has whole seconds.
-constexpr std::int64_t kSettledNs = 100'000'000;
+// Above the tick of any file system's clock; FAT's has two seconds.
+constexpr std::int64_t kSettledNs = 3 * kNsPerSecond;
 
-std::string Reason(int error) { return std::generic_category().message(error); }
+std::string Reason(int error) {
+    return std::generic_category().message(error);
+}
 
 class Descriptor {
   public:
@@ -188,12 +190,13 @@ class DiskStore final : public FileStore {
 
     std::string WriteAndRename(const std::string& target, const std::string& folder,
                                const struct stat* old, const std::string& bytes) {
+        const mode_t mode = old != nullptr ? 0600 : 0666; // the old one's comes with TakeOver
         std::string temporary;
         int number = -1;
         do {
             temporary = folder + "/.zentrel-" + std::to_string(getpid()) + '-' +
                         std::to_string(++count_) + ".tmp";
-            number = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            number = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         } while (number < 0 && errno == EEXIST);
         Descriptor file(number);
         if (!file.IsOpen()) return Reason(errno);
@@ -218,6 +221,8 @@ class DiskStore final : public FileStore {
 
 } // namespace
 
-std::unique_ptr<FileStore> MakeDiskStore() { return std::make_unique<DiskStore>(); }
+std::unique_ptr<FileStore> MakeDiskStore() {
+    return std::make_unique<DiskStore>();
+}
 
 } // namespace zentrel

@@ -4,11 +4,23 @@
 #include <exception>
 #include <utility>
 
+#include "partfile/utf16.h"
+
 namespace zentrel {
 namespace {
 
 // Files kept parsed between calls: the part file, the catalogue, a setup file and one to spare.
 constexpr std::size_t kKeptFiles = 4;
+
+IniText Decoded(const std::string& bytes) {
+    auto text = FromUtf16(bytes);
+    return IniText(text ? *std::move(text) : bytes);
+}
+
+// The text as it is stored in a file that has had `before` in it.
+std::string Encoded(const IniText& text, const std::string& before) {
+    return FromUtf16(before) ? ToUtf16(text.Text()) : text.Text();
+}
 
 } // namespace
 
@@ -39,7 +51,8 @@ IniFiles::~IniFiles() = default;
 std::string IniFiles::GetPrivateSetting(std::string_view file, std::string_view section,
                                         std::string_view key, std::string_view defaultValue) {
     if (const auto value = View(file).Find(section, key)) return std::string(*value);
-    while (!defaultValue.empty() && defaultValue.back() == ' ') defaultValue.remove_suffix(1);
+    while (!defaultValue.empty() && defaultValue.back() == ' ')
+        defaultValue.remove_suffix(1);
     return std::string(defaultValue);
 }
 
@@ -55,7 +68,9 @@ bool IniFiles::SetPrivateSetting(std::string_view file, std::string_view section
     return scope.Commit();
 }
 
-const IniText& IniFiles::View(std::string_view file) { return Open(file).text; }
+const IniText& IniFiles::View(std::string_view file) {
+    return Open(file).text;
+}
 
 std::optional<std::string> IniFiles::ReadFailure(std::string_view file) {
     const Entry& entry = Open(file);
@@ -63,7 +78,9 @@ std::optional<std::string> IniFiles::ReadFailure(std::string_view file) {
     return entry.refusal;
 }
 
-std::vector<WriteFailure> IniFiles::TakeWriteFailures() { return std::exchange(failures_, {}); }
+std::vector<WriteFailure> IniFiles::TakeWriteFailures() {
+    return std::exchange(failures_, {});
+}
 
 IniFiles::Entry& IniFiles::EntryOf(std::string_view file) {
     const auto realPath = folder_.Resolve(file);
@@ -99,14 +116,13 @@ void IniFiles::Load(Entry& entry) {
     StoredFile file = store_->Read(entry.realPath);
     entry.stamp = file.stamp;
     entry.refusal = std::move(file.refusal);
-    entry.text = IniText(std::move(file.bytes));
+    entry.text = Decoded(file.bytes);
     entry.valid = file.settled;
 }
 
 bool IniFiles::Fail(Entry& entry, const std::string& reason) {
-    const bool told = std::any_of(failures_.begin(), failures_.end(), [&](const auto& failure) {
-        return failure.file == entry.name;
-    });
+    const bool told = std::any_of(failures_.begin(), failures_.end(),
+                                  [&](const auto& failure) { return failure.file == entry.name; });
     if (!told) failures_.push_back({entry.name, reason});
     return false;
 }
@@ -117,9 +133,10 @@ bool IniFiles::Replace(Entry& entry) {
     const auto edits = std::exchange(entry.edits, {});
     StoredFile now = store_->Read(entry.realPath);
     if (!now.refusal.empty()) return Fail(entry, now.refusal);
-    IniText text(now.bytes);
-    for (const auto& edit : edits) text.Set(edit.section, edit.key, edit.value);
-    const std::string bytes = text.Text();
+    IniText text = Decoded(now.bytes);
+    for (const auto& edit : edits)
+        text.Set(edit.section, edit.key, edit.value);
+    const std::string bytes = Encoded(text, now.bytes);
     if (bytes.size() > kMaxFileSize) return Fail(entry, "The file would grow too large");
     if (!now.stamp.exists || bytes != now.bytes) {
         const auto reason = store_->Replace(entry.realPath, bytes);
@@ -137,17 +154,24 @@ bool IniFiles::ReplaceAll() {
     return done;
 }
 
-void IniFiles::BeginScope() { ++scopes_; }
+void IniFiles::BeginScope() {
+    ++scopes_;
+}
 
 void IniFiles::EndScope() {
     if (--scopes_ > 0) return;
     byName_.clear();
-    for (auto& [path, entry] : byRealPath_) entry->current = false;
+    for (auto& [path, entry] : byRealPath_)
+        entry->current = false;
 }
 
-ReadScope::ReadScope(IniFiles& files) : files_(files) { files_.BeginScope(); }
+ReadScope::ReadScope(IniFiles& files) : files_(files) {
+    files_.BeginScope();
+}
 
-ReadScope::~ReadScope() { files_.EndScope(); }
+ReadScope::~ReadScope() {
+    files_.EndScope();
+}
 
 WriteScope::WriteScope(IniFiles& files) : files_(files) {
     files_.BeginScope();

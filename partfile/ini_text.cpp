@@ -21,12 +21,18 @@ constexpr auto kFolded = [] {
     return table;
 }();
 
-constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\v'; }
-constexpr bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+constexpr bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\v';
+}
+constexpr bool IsLineEnd(char c) {
+    return c == '\r' || c == '\n';
+}
 
 std::string_view TrimSpaces(std::string_view name) {
-    while (!name.empty() && name.front() == ' ') name.remove_prefix(1);
-    while (!name.empty() && name.back() == ' ') name.remove_suffix(1);
+    while (!name.empty() && name.front() == ' ')
+        name.remove_prefix(1);
+    while (!name.empty() && name.back() == ' ')
+        name.remove_suffix(1);
     return name;
 }
 
@@ -56,9 +62,8 @@ bool HasBlankEdge(std::string_view name) {
 // Whether a key line or heading made of these reads back as it was meant.
 bool IsPlain(std::string_view section, std::string_view key, std::string_view value) {
     return section.find_first_of("]\r\n") == kNowhere && !HasBlankEdge(section) &&
-           key.find_first_of("=\r\n") == kNowhere && !HasBlankEdge(key) &&
-           !key.starts_with(';') && !key.starts_with('[') &&
-           value.find_first_of("\r\n") == kNowhere;
+           key.find_first_of("=\r\n") == kNowhere && !HasBlankEdge(key) && !key.starts_with(';') &&
+           !key.starts_with('[') && value.find_first_of("\r\n") == kNowhere;
 }
 
 } // namespace
@@ -101,7 +106,8 @@ void IniText::Parse() {
         }
         begin = line.next;
 
-        while (line.begin < line.end && IsBlank(text[line.begin])) ++line.begin;
+        while (line.begin < line.end && IsBlank(text[line.begin]))
+            ++line.begin;
         if (line.begin == line.end || text[line.begin] == ';') continue;
         if (text[line.begin] == '[') {
             ParseHeading(line);
@@ -114,11 +120,14 @@ void IniText::Parse() {
 void IniText::ParseHeading(const Line& line) {
     std::uint32_t from = line.begin + 1;
     const void* close = std::memchr(bytes_.data() + from, ']', line.end - from);
-    std::uint32_t to = close == nullptr ? line.end
-                                        : static_cast<std::uint32_t>(
-                                              static_cast<const char*>(close) - bytes_.data());
-    while (from < to && IsBlank(bytes_[from])) ++from;
-    while (to > from && IsBlank(bytes_[to - 1])) --to;
+    std::uint32_t to =
+        close == nullptr
+            ? line.end
+            : static_cast<std::uint32_t>(static_cast<const char*>(close) - bytes_.data());
+    while (from < to && IsBlank(bytes_[from]))
+        ++from;
+    while (to > from && IsBlank(bytes_[to - 1]))
+        --to;
     const auto id = static_cast<SectionId>(insertAt_.size());
     if (AddName({kHeadings, {from, to - from}, {id, 0}})) {
         insertAt_.push_back(line.next);
@@ -131,10 +140,10 @@ void IniText::ParseHeading(const Line& line) {
 void IniText::ParseKey(const Line& line) {
     const void* found = std::memchr(bytes_.data() + line.begin, '=', line.end - line.begin);
     if (found == nullptr) return;
-    const auto equals =
-        static_cast<std::uint32_t>(static_cast<const char*>(found) - bytes_.data());
+    const auto equals = static_cast<std::uint32_t>(static_cast<const char*>(found) - bytes_.data());
     std::uint32_t nameEnd = equals;
-    while (nameEnd > line.begin && IsBlank(bytes_[nameEnd - 1])) --nameEnd;
+    while (nameEnd > line.begin && IsBlank(bytes_[nameEnd - 1]))
+        --nameEnd;
     insertAt_[*parsing_] = line.next;
     AddName({*parsing_,
              {line.begin, nameEnd - line.begin},
@@ -144,8 +153,10 @@ void IniText::ParseKey(const Line& line) {
 IniText::Span IniText::Readable(Span value) const {
     std::uint32_t from = value.at;
     std::uint32_t to = value.at + value.length;
-    while (from < to && IsBlank(bytes_[from])) ++from;
-    while (to > from && IsBlank(bytes_[to - 1])) --to;
+    while (from < to && IsBlank(bytes_[from]))
+        ++from;
+    while (to > from && IsBlank(bytes_[to - 1]))
+        --to;
     if (to - from >= 2 && bytes_[from] == '"' && bytes_[to - 1] == '"') {
         ++from;
         --to;
@@ -160,7 +171,8 @@ void IniText::Grow() {
     for (const Slot& slot : old) {
         if (slot.name == 0) continue;
         std::size_t at = slot.hash & mask;
-        while (slots_[at].name != 0) at = (at + 1) & mask;
+        while (slots_[at].name != 0)
+            at = (at + 1) & mask;
         slots_[at] = slot;
     }
 }
@@ -262,11 +274,14 @@ IniText::SectionId IniText::AddSection(std::string_view name) {
 IniText::Splice IniText::ReplacementOf(std::uint32_t name, Span value) const {
     const Span& text = names_[name].text;
     std::uint32_t begin = text.at + text.length;
-    while (bytes_[begin] != '=') ++begin;
+    while (bytes_[begin] != '=')
+        ++begin;
     ++begin;
-    while (begin < size_ && IsBlank(bytes_[begin])) ++begin;
+    while (begin < size_ && IsBlank(bytes_[begin]))
+        ++begin;
     std::uint32_t end = begin;
-    while (end < size_ && !IsLineEnd(bytes_[end])) ++end;
+    while (end < size_ && !IsLineEnd(bytes_[end]))
+        ++end;
     return {begin, end, value, nullptr};
 }
 

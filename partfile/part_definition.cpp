@@ -119,7 +119,8 @@ void EntryNames::LeaveOut(SectionReader& section, const std::string& name, int e
 
 std::string ScriptModule::Code() const {
     std::string code;
-    for (const std::string& line : lines) code.append(line).append("\r\n");
+    for (const std::string& line : lines)
+        code.append(line).append("\r\n");
     return code;
 }
 

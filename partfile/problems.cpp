@@ -41,7 +41,8 @@ std::string LineOf(const Problem& problem) {
 std::string ProblemsMessage(const std::vector<Problem>& problems) {
     std::string message;
     const std::size_t shown = std::min(problems.size(), kMaxLines);
-    for (std::size_t i = 0; i < shown; ++i) message += LineOf(problems[i]) + '\n';
+    for (std::size_t i = 0; i < shown; ++i)
+        message += LineOf(problems[i]) + '\n';
     if (shown < problems.size()) {
         message += "... and " + std::to_string(problems.size() - shown) + " more\n";
     }
@@ -53,7 +54,7 @@ std::string WriteFailuresMessage(const std::vector<WriteFailure>& failures) {
     std::string message;
     for (const auto& [file, reason] : failures) {
         if (!message.empty()) message += '\n';
-        message += "Could not write " + file + ": " + reason;
+        message.append("Could not write ").append(file).append(": ").append(reason);
     }
     return message;
 }

@@ -8,7 +8,7 @@
 namespace zentrel {
 namespace {
 
-template <typename Block>
+template<typename Block>
 using TextKey = std::pair<std::string_view, std::string Block::*>;
 
 constexpr std::array<TextKey<PllEntry>, 28> kPllTexts{{
@@ -94,7 +94,8 @@ void ReadPlls(PartReading& reading) {
             names.LeaveOut(section, pll.name, i);
             continue;
         }
-        for (const auto& [word, member] : kPllTexts) pll.*member = section.Text(word);
+        for (const auto& [word, member] : kPllTexts)
+            pll.*member = section.Text(word);
         pll.oscIn = section.Real("OSCIN", 10);
         reading.part.plls.push_back(std::move(pll));
     }
@@ -111,7 +112,8 @@ void ReadClkDists(PartReading& reading) {
         block.vcoCount = section.FloorInt("VCO", 1);
         block.clockCount = ReadClockCount(section);
         block.displayType = section.Text("DISPLAY_TYPE", "PLL_internalVCO");
-        for (const auto& [word, member] : kClkDistTexts) block.*member = section.Text(word);
+        for (const auto& [word, member] : kClkDistTexts)
+            block.*member = section.Text(word);
         block.refOscFreq = section.Real("RefOSC_Freq", 1);
         block.extSrcFreq = section.Real("ExtSRC_Freq", 2);
         block.intVcoFreq = section.Real("IntVCO_Freq", 3);

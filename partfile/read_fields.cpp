@@ -104,7 +104,8 @@ void ReadRest(PartReading& reading, SectionReader& section, FieldEntry& field) {
     for (const auto& [word, member] : kRealKeys) {
         field.*member = section.Real(word, field.*member);
     }
-    for (const auto& [word, member] : kTextKeys) field.*member = section.Text(word);
+    for (const auto& [word, member] : kTextKeys)
+        field.*member = section.Text(word);
     for (const auto& [word, member] : kBoolKeys) {
         field.*member = section.Bool(word, field.*member);
     }

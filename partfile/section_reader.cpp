@@ -12,7 +12,9 @@ SectionReader::SectionReader(const IniText& text, std::string_view path, std::st
     : text_(text), path_(path), section_(section), id_(text.FindSection(section)),
       problems_(problems) {}
 
-void SectionReader::SetEntry(int entry, int digits) { entry_ = KeyNumber(entry, digits); }
+void SectionReader::SetEntry(int entry, int digits) {
+    entry_ = KeyNumber(entry, digits);
+}
 
 std::string_view SectionReader::Key(std::string_view word) {
     key_.assign(word);
@@ -34,7 +36,7 @@ void SectionReader::Note(std::string_view word, std::string used) {
                          std::move(used)});
 }
 
-template <typename Value, typename Parse, typename Show>
+template<typename Value, typename Parse, typename Show>
 Value SectionReader::Convert(std::string_view word, Value defaultValue, Parse parse, Show show) {
     const auto raw = Raw(word);
     if (!raw) return defaultValue;

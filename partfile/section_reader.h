@@ -41,7 +41,7 @@ class SectionReader {
 
   private:
     std::string_view Key(std::string_view word);
-    template <typename Value, typename Parse, typename Show>
+    template<typename Value, typename Parse, typename Show>
     Value Convert(std::string_view word, Value defaultValue, Parse parse, Show show);
 
     const IniText& text_;

@@ -3,14 +3,28 @@
 #include <functional>
 
 #include "form/elements.h"
+#include "screens/events.h"
 
 namespace zentrel {
 
-/// A timer of the window with what its tick does. The view counts the time; a tick enters like
-/// any other event.
+/// A timer of the window with what its tick does. The view counts the time.
 struct TickingTimer : Timer {
     TickingTimer(bool enabled, int interval) : Timer{enabled, interval} {}
     std::function<void()> Tick;
+
+    /// The time is up: the tick waits for whatever holds the thread, and ticks that come meanwhile
+    /// are one with it.
+    void Fire(Events& events) {
+        if (!Enabled || waiting_) return;
+        waiting_ = true;
+        events.RunWhenIdle([this] {
+            waiting_ = false;
+            if (Enabled && Tick) Tick();
+        });
+    }
+
+  private:
+    bool waiting_ = false;
 };
 
 /// The window's three timers as they stand at the start.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -14,9 +15,11 @@ namespace zentrel {
 /// The catalogue on the menu bar: the devices by family, and the list of recent ones.
 class DeviceMenus {
   public:
+    /// Whether a choice moves the device to the head of the recent list.
+    enum class Reorder { No, Yes };
     /// Loads a device; the family is given for devices of a family menu and for recent ones.
-    using Select =
-        std::function<void(std::string_view caption, std::optional<std::string_view> family)>;
+    using Select = std::function<void(const std::string& caption,
+                                      std::optional<std::string_view> family, Reorder reorder)>;
 
     DeviceMenus(MenuModel& menu, IniFiles& files) : menu_(menu), files_(files) {}
 
@@ -34,7 +37,7 @@ class DeviceMenus {
 
   private:
     std::vector<std::string> RecentCaptions() const;
-    void BuildDeviceMenus(const struct Catalogue& catalogue);
+    void BuildFamily(std::size_t number, const std::vector<std::string>& names);
     void BuildRecentMenu(const std::vector<std::string>& recent);
 
     MenuModel& menu_;

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
-#include <exception>
 #include <functional>
-#include <string>
 
 #include "screens/events.h"
 
@@ -22,16 +21,7 @@ class EventGuard : public Events {
 
     /// Runs a call of an outside program: flags and waiting are the same, but a failure goes back
     /// to the caller.
-    template<typename Call>
-    auto RunCall(Call&& call) {
-        const Stay stay(*this);
-        try {
-            return std::forward<Call>(call)();
-        } catch (...) {
-            stay.PutFlagsBack();
-            throw;
-        }
-    }
+    void RunCall(const std::function<void()>& call);
 
     /// Whether an event, a message box or a load holds the thread.
     bool busy() const { return depth_ > 0; }
@@ -59,8 +49,8 @@ class EventGuard : public Events {
         Flags before_;
     };
 
-    void Tell(const std::string& what);
-    void ServeWaiting();
+    /// The outermost event is over: the window follows, and what waited has its turn.
+    void EndEvent();
 
     cPart& part_;
     int depth_ = 0;

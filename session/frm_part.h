@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "clock/clk_dist.h"
 #include "device/part.h"
 #include "partfile/ini_file.h"
 #include "screens/about.h"
@@ -30,12 +32,11 @@ struct SessionLinks {
     ScriptHost* scripts = nullptr; ///< Null: script modules are passed over.
     /// Writes the device's present settings into its part file.
     std::function<void()> SaveDeviceSettings;
+    std::function<void()> SaveSetup, RestoreSetup; ///< The file menu's two entries.
+    std::function<void()> AddMode;
+    std::function<void(int index)> RestoreMode; ///< A click on mode `index`.
     std::function<void()> StopBurstCommands;
-    /// Watching for the bridge: on at the start, off when the window goes away.
-    std::function<void()> StartPresence, StopPresence;
-    /// The parallel port's driver; opening gives `lpt_port_access`.
-    std::function<std::int16_t()> OpenPortDriver;
-    std::function<void()> ClosePortDriver;
+    std::function<void()> ClearBurstScreen; ///< The device is being left.
     /// The engineer chose another board: the drivers change places.
     std::function<void(bool simulated)> SetBoard;
     std::function<void(std::string_view url)> OpenWebPage;
@@ -119,16 +120,26 @@ class FrmPart {
     /// Hands out in one message what couldn't be written since the last call.
     void TellWriteFailures();
 
+    /// Loads a device that the engineer picked; a running burst ends first. `reorder` moves it to
+    /// the head of the recent list.
+    void SelectDevice(const std::string& caption, std::optional<std::string_view> family,
+                      DeviceMenus::Reorder reorder = DeviceMenus::Reorder::Yes);
+
   private:
+    class PartFileKeys;
+
     void ConnectUpward();
     void ConnectMenu();
-    void SelectDevice(std::string_view caption, std::optional<std::string_view> family);
+    void ConnectLinks();
+    void ConnectToggle(std::string_view name, std::function<void(bool checked)> changed);
     void ShowBench(bool simulated);
-    void ToggleAutoReload();
     void TellStatus();
+    void ClearScreens();
 
     ScreenFactory builder_;
     DeviceMenus deviceMenus_;
+    ClockBlocks blocks_;
+    std::unique_ptr<PartFileKeys> partFileKeys_;
 };
 
 } // namespace zentrel

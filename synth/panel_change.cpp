@@ -10,24 +10,25 @@ namespace {
 // What a PLL and its block hold beside the register words.
 class HeldState {
   public:
-    explicit HeldState(cPLL& pll) : pll_(pll), held_(pll.held()), block_(LinkedBlockOf(pll)) {
-        if (block_ == nullptr) return;
-        reference_ = block_->RefOSC_Freq();
-        external_ = block_->ExtSRC_Freq();
-        internal_ = block_->IntVCO_Freq();
+    explicit HeldState(cPLL& pll) : pll_(pll), held_(pll.held()) {
+        const LinkedBlock* block = LinkedBlockOf(pll);
+        if (block == nullptr) return;
+        reference_ = block->RefOSC_Freq();
+        external_ = block->ExtSRC_Freq();
+        internal_ = block->IntVCO_Freq();
     }
     void Restore() {
         pll_.Restore(held_);
-        if (block_ == nullptr) return;
-        block_->SetRefOSC_Freq(reference_);
-        block_->SetExtSRC_Freq(external_);
-        block_->SetIntVCO_Freq(internal_);
+        LinkedBlock* block = LinkedBlockOf(pll_);
+        if (block == nullptr) return;
+        block->SetRefOSC_Freq(reference_);
+        block->SetExtSRC_Freq(external_);
+        block->SetIntVCO_Freq(internal_);
     }
 
   private:
     cPLL& pll_;
     cPLL::Held held_;
-    LinkedBlock* block_;
     double reference_ = 0, external_ = 0, internal_ = 0;
 };
 
@@ -67,10 +68,10 @@ void Follow(cPart& part, Tail tail) {
 } // namespace
 
 void AllOrNothing(cPart& part, int i, const std::function<void()>& change) {
-    cPLL& pll = part.PLLs(i);
-    HeldState before(pll);
+    const auto pll = part.PLLs.Share(i); // a hook may load another part
+    HeldState before(*pll);
     try {
-        part.journal().Attempt(pll.ID(), [&] {
+        part.journal().Attempt(pll->ID(), [&] {
             change();
             return true;
         });

@@ -18,9 +18,8 @@ void Step(cPrgmBits& field, Direction direction) {
 template<Direction direction>
 void StepR(cPart& part, int i) {
     if (part.ID.empty()) return;
-    PanelChange(part, i, "spnRCounter", Tail::FourThenLoad, [&] {
-        Step(part.PrgmBits(part.PLLs(i).RCounterName()), direction);
-    });
+    PanelChange(part, i, "spnRCounter", Tail::FourThenLoad,
+                [&] { Step(part.PrgmBits(part.PLLs(i).RCounterName()), direction); });
 }
 
 // In MHz, from the comparison frequency as it is shown; 0 while the box shows no number.

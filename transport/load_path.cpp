@@ -26,10 +26,16 @@ void Load(cPart& part, const cRegister& reg) {
     transport->lastVector().assign(vector.begin(), vector.end());
 }
 
+// A copy, because the remapping itself switches the selection for a moment.
+void Remap(cPart& part, std::string_view to) {
+    const std::string from = part.session().CommMode_Select;
+    RemapToRoute(part, from, to);
+}
+
 void GoToUsb(cPart& part) {
     Session& session = part.session();
     if (!session.isUsb()) {
-        RemapToRoute(part, session.CommMode_Select, kRouteUsb);
+        Remap(part, kRouteUsb);
         part.upward().port->EnableLPTOptions(false);
     }
     session.CommMode_Select = kRouteUsb;
@@ -39,7 +45,7 @@ void GoToUsb(cPart& part) {
 
 void GoToLpt(cPart& part) {
     Session& session = part.session();
-    if (!session.isLpt()) RemapToRoute(part, session.CommMode_Select, kRouteLpt);
+    if (!session.isLpt()) Remap(part, kRouteLpt);
     session.CommMode_Select = kRouteLpt;
     part.SetInputPinPosition(part.InputPinPositionINI - part.InputPinPositionINI % 100);
     part.upward().port->EnableLPTOptions(true);

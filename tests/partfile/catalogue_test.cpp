@@ -36,7 +36,8 @@ TEST_F(DeviceCatalogue, lists_each_familys_devices_in_order) {
 
 TEST_F(DeviceCatalogue, that_is_missing_lists_nothing) {
     const Catalogue catalogue = ReadCatalogue(ini_);
-    for (const auto& items : catalogue.items) EXPECT_THAT(items, IsEmpty());
+    for (const auto& items : catalogue.items)
+        EXPECT_THAT(items, IsEmpty());
     EXPECT_THAT(catalogue.recent, ElementsAre("....", "....", "....", "....", "...."));
     EXPECT_THAT(catalogue.problems, IsEmpty());
     EXPECT_EQ(ReadBoard(ini_), Board::kHardware);

@@ -167,8 +167,7 @@ TEST(IniText, several_changes_keep_their_order_and_read_back) {
     EXPECT_EQ(ini.Find("s", "b"), "4");
     EXPECT_EQ(ini.Find("t", "k"), "quoted");
     EXPECT_EQ(ini.Find("u", "y"), "5");
-    EXPECT_EQ(ini.Text(),
-              "[s]\nk=6\nb=4\na=2\n;end\n[t]\nk= \"quoted\" \n[u]\nz=3\ny=5\n");
+    EXPECT_EQ(ini.Text(), "[s]\nk=6\nb=4\na=2\n;end\n[t]\nk= \"quoted\" \n[u]\nz=3\ny=5\n");
     EXPECT_EQ(IniText(ini.Text()).Text(), ini.Text());
 }
 
@@ -189,7 +188,8 @@ TEST(IniText, what_reads_otherwise_than_it_was_written_reads_as_from_the_file) {
 
 TEST(IniText, untouched_lines_stay_byte_for_byte_whatever_they_hold) {
     std::string rubbish;
-    for (int i = 0; i < 256; ++i) rubbish += static_cast<char>(i);
+    for (int i = 0; i < 256; ++i)
+        rubbish += static_cast<char>(i);
     std::string text = rubbish;
     text.append("\r[s]\n").append(rubbish).append("\nk=1\r\n").append(rubbish);
     EXPECT_EQ(IniText(text).Text(), text);

@@ -78,18 +78,5 @@ TEST_F(MigrationOfAPartFile, that_cant_be_stored_still_gives_the_right_pins) {
               "Could not write /p.ini: Read-only file system");
 }
 
-TEST(ProblemsMessage, has_at_most_twenty_lines_and_the_count_of_the_rest) {
-    std::vector<Problem> problems(23, {"p.ini", "BITS", "LEN00", "abc", "1"});
-    problems[1].value = std::string(200, 'x') + "\n";
-    problems[2] = {"p.ini", "", "", "Permission denied", "the defaults of all keys"};
-    const std::string message = ProblemsMessage(problems);
-    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 20);
-    EXPECT_TRUE(message.starts_with("p.ini [BITS] LEN00=abc (used 1)\np.ini [BITS] LEN00=" +
-                                    std::string(60, 'x') + "... (used 1)\n" +
-                                    "p.ini: Permission denied (used the defaults of all keys)\n"));
-    EXPECT_TRUE(message.ends_with("\n... and 3 more"));
-    EXPECT_EQ(ProblemsMessage({}), "");
-}
-
 } // namespace
 } // namespace zentrel
