@@ -13,7 +13,7 @@ namespace zentrel {
 
 class cPart;
 
-/// The platform's three services behind the routes.
+/// The platform's three services behind the routes. They outlive their use by a Transport.
 struct Drivers {
     PortDriver& port;
     BridgeLibrary& bridge;

@@ -165,6 +165,7 @@ TEST_P(BothRoutes, another_board_is_used_from_the_moment_it_is_chosen) {
     LoadRegister(part, "R1");
     EXPECT_EQ(rig.board().newest(), 0U);
     EXPECT_EQ(other.board.newest(), 1U);
+    rig.transport.Use(rig.bench.drivers());
 }
 
 TEST(LoadAll, with_no_registers_still_sets_the_bridge_up) {
