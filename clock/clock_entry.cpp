@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "clock/clk_dist.h"
@@ -125,6 +126,15 @@ void EnterFrequency(cClkDist& block, ClockBox box, void (*take)(cClkDist&, doubl
     if (taken) LoadIfAutomatic(part);
 }
 
+// The divider in the diagram of the linked PLL; a field that isn't there was told by the refresh.
+void ShowDividerInPLL(const cClkDist& block) {
+    try {
+        UpdatePLLandCLKDISTDisplay(block.Part(), block.LinkedPLLInt, block.IDnum);
+    } catch (const NotFound&) {
+        return;
+    }
+}
+
 void TakeInputDivider(cClkDist& block) {
     cPart& part = block.Part();
     const bool taken = TakeNumber(block, ClockBox::InputDiv, 0, [&](double value) {
@@ -132,7 +142,7 @@ void TakeInputDivider(cClkDist& block) {
     });
     DisplaysOf(part).UpdateRegisterDisplay();
     DisplaysOf(part).UpdatePLLDisplay();
-    UpdatePLLandCLKDISTDisplay(part, block.LinkedPLLInt, block.IDnum);
+    ShowDividerInPLL(block);
     DisplaysOf(part).UpdateCLKDISTDisplay();
     if (taken) LoadChanges(part);
 }
@@ -157,9 +167,10 @@ void SelectInput(const cPart& part, void (*choose)(const cPart&), double mode) {
 
 void ChooseInput(cClkDist& block, int index) {
     cPart& part = block.Part();
-    if (part.Updating || index < 0) return;
     constexpr void (*kTestModeChoices[])(const cPart&) = {SetVCO_TM, SetExtVCO_TM,
                                                           SetDistribution_TM, SetOSCin_TM};
+    const bool choice = index >= 0 && index < static_cast<int>(std::size(kTestModeChoices));
+    if (part.Updating || !choice) return;
     const bool chosen =
         Change(block, "cbClkInputMux", [&] { SelectInput(part, kTestModeChoices[index], index); });
     part.UpdateDisplays();
@@ -305,7 +316,7 @@ void StepInputDivider(cClkDist& block, bool up) {
     StepField(block, "CLKspn_InputDiv", block.InputDividerBinding(), up);
     DisplaysOf(part).UpdateRegisterDisplay();
     DisplaysOf(part).UpdatePLLDisplay();
-    if (up) UpdatePLLandCLKDISTDisplay(part, block.LinkedPLLInt, block.IDnum);
+    if (up) ShowDividerInPLL(block);
     DisplaysOf(part).UpdateCLKDISTDisplay();
     LoadChanges(part);
 }
@@ -361,8 +372,10 @@ void ClickTerminal(cClkDist& block, ClockInput terminal) {
         if (terminal == ClockInput::Reference) SelectInput(part, SetOSCin_TM, 3);
         UpdateFreqs(part, block.IDnum);
     });
-    terminal == ClockInput::VCO ? ShowSynthDiv(part, block.LinkedPLLInt)
-                                : HideSynthDiv(part, block.LinkedPLLInt);
+    if (block.LinkedPLL() != nullptr) {
+        const bool vco = terminal == ClockInput::VCO;
+        vco ? ShowSynthDiv(part, block.LinkedPLLInt) : HideSynthDiv(part, block.LinkedPLLInt);
+    }
     part.UpdateDisplays();
 }
 
