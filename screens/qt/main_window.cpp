@@ -32,10 +32,6 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     setObjectName(QStringLiteral("frmPart"));
     setMinimumSize(kSmallest);
     menu_ = std::make_unique<MenuView>(hand_, models_.menu, *menuBar());
-    models_.menu.Connect("mnuBoard", [this] {
-        MenuNode& entry = models_.menu("mnuBoard");
-        entry.Checked = !entry.Checked;
-    });
     tabs_ = new TabStripView(
         hand_, models_.tabs, [this](int tab, QWidget* parent) { return MakePage(tab, parent); },
         this);
