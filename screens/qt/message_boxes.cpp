@@ -50,15 +50,20 @@ void Fill(QMessageBox& box, std::string_view text) {
 
 MessageBoxes::MessageBoxes(QWidget* window) : window_(window), attended_(HasScreen()) {}
 
+bool MessageBoxes::Begin() const {
+    if (attended_ && BeforeShow) BeforeShow();
+    return attended_;
+}
+
 void MessageBoxes::Show(std::string_view text, std::string_view title, MessageIcon icon) {
-    if (!attended_) return TellNobody(title, text);
+    if (!Begin()) return TellNobody(title, text);
     QMessageBox box(IconOf(icon), Title(title), {}, QMessageBox::Ok, window_);
     Fill(box, text);
     box.exec();
 }
 
 bool MessageBoxes::Confirm(std::string_view text, std::string_view title) {
-    if (!attended_) return TellNobody(title, text), true;
+    if (!Begin()) return TellNobody(title, text), true;
     QMessageBox box(QMessageBox::Question, Title(title), {}, QMessageBox::Ok | QMessageBox::Cancel,
                     window_);
     Fill(box, text);
@@ -68,7 +73,7 @@ bool MessageBoxes::Confirm(std::string_view text, std::string_view title) {
 
 std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::string_view title,
                                              std::string_view proposed) {
-    if (!attended_) {
+    if (!Begin()) {
         TellNobody(title, prompt);
         return std::string(proposed);
     }

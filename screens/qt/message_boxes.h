@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ class MessageBoxes : public Messages {
     /// Whether someone can answer. At the start: whether the platform has a screen.
     void SetAttended(bool attended) { attended_ = attended; }
     bool attended() const { return attended_; }
+    /// Runs ahead of each box, so that the window behind it shows how things stand.
+    std::function<void()> BeforeShow;
 
     void Show(std::string_view text, std::string_view title, MessageIcon icon) override;
     bool Confirm(std::string_view text, std::string_view title) override;
@@ -28,6 +31,8 @@ class MessageBoxes : public Messages {
                                    std::string_view proposed) override;
 
   private:
+    bool Begin() const;
+
     QPointer<QWidget> window_;
     bool attended_;
 };

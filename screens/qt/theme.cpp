@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QStyle>
 
+#include "screens/qt/style.h"
+
 namespace zentrel::view {
 
 namespace {
@@ -137,6 +139,20 @@ QPalette PaletteNamed(const QString& name) {
     p.setColor(QPalette::Midlight, QColor(dark ? 0xFF2F353C : 0xFFEDEFF2));
     p.setColor(QPalette::Shadow, QColor(0xFF000000));
     return p;
+}
+
+void DressApplication(const QString& name) {
+    QApplication::setStyle(new FlatStyle);
+    QApplication::setCursorFlashTime(0); // Nothing blinks.
+    QString wanted = name;
+    const QPalette desktop = QApplication::palette();
+    if (wanted != QLatin1String("light") && wanted != QLatin1String("dark") &&
+        desktop.color(QPalette::Window) ==
+            QApplication::style()->standardPalette().color(QPalette::Window))
+        wanted = desktop.color(QPalette::Window).lightness() < 128 ? QStringLiteral("dark")
+                                                                   : QStringLiteral("light");
+    const QPalette palette = PaletteNamed(wanted);
+    if (palette != desktop) QApplication::setPalette(palette);
 }
 
 } // namespace zentrel::view

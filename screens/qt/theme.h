@@ -48,4 +48,8 @@ class Theme {
 /// A palette for the desktop `name` ("light" or "dark"); the system's own for any other name.
 QPalette PaletteNamed(const QString& name);
 
+/// Gives the application its style and palette. `name` is "light", "dark", or anything else for the
+/// desktop's own; a desktop that says nothing gets ours.
+void DressApplication(const QString& name);
+
 } // namespace zentrel::view
