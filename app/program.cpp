@@ -10,9 +10,9 @@
 namespace zentrel {
 
 /// Between two passes of a burst: shows what changed and serves what waits.
-class Program::Pause : public EventPause {
+class Program::BetweenPasses : public EventPause {
   public:
-    explicit Pause(Program& program) : program_(program) {}
+    explicit BetweenPasses(Program& program) : program_(program) {}
     void Pause() override {
         if (program_.window_) program_.window_->Sync();
         QCoreApplication::processEvents();
@@ -24,7 +24,7 @@ class Program::Pause : public EventPause {
 
 Program::Program(const std::string& folder)
     : files_(AppPath(folder)), transport_(part_, hardware_.drivers()),
-      pause_(std::make_unique<class Pause>(*this)), frm_(part_, files_, boxes_) {
+      pause_(std::make_unique<BetweenPasses>(*this)), frm_(part_, files_, boxes_) {
     Upward upward = part_.upward();
     upward.pause = pause_.get();
     part_.Connect(upward);

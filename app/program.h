@@ -37,7 +37,7 @@ class Program {
     std::function<void()> Ended;
 
   private:
-    class Pause;
+    class BetweenPasses;
 
     void UseBoard(bool simulated);
     void ConnectSession();
@@ -50,7 +50,7 @@ class Program {
     NoHardware hardware_;
     Transport transport_;
     view::MessageBoxes boxes_;
-    std::unique_ptr<Pause> pause_;
+    std::unique_ptr<BetweenPasses> pause_;
     FrmPart frm_;
     std::unique_ptr<view::MainWindow> window_;
 };

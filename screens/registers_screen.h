@@ -96,6 +96,8 @@ class RegistersScreen {
     /// A '1' for each digit of the row, from left to right, that was changed since the word was
     /// loaded or sent; empty when none was.
     std::string UnsentBits(int row);
+    /// What a row's name tells when it is pointed at.
+    std::string TipOn(int row) const;
 
   private:
     struct ShownRow {

@@ -1,6 +1,7 @@
 #include "screens/registers_screen.h"
 
 #include "device/register.h"
+#include "screens/field_tip.h"
 
 namespace zentrel {
 
@@ -21,6 +22,10 @@ std::string RegistersScreen::UnsentBits(int row) {
             marks[static_cast<std::size_t>(column)] = '1';
     }
     return marks;
+}
+
+std::string RegistersScreen::TipOn(int row) const {
+    return IsRow(row) ? RegisterTip(part_, RegisterOf(row).ID()) : std::string();
 }
 
 } // namespace zentrel

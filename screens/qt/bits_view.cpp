@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include <QApplication>
+#include <QHelpEvent>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "screens/bits_screen.h"
@@ -24,6 +26,7 @@ namespace {
 // some twenty letters in any font.
 constexpr int kTwipsPerUnit = 96;
 constexpr int kColumnTwips = 2340;
+constexpr const char* kFieldProperty = "field";
 constexpr int kFrameChrome = 1000; // What the model keeps free of the window's height.
 
 int Pixels(int twips) { return twips * Metrics::Now().unit / kTwipsPerUnit; }
@@ -66,6 +69,9 @@ void BitsView::Sync() {
         layout_ = model_.layout();
         Rebuild();
         Place();
+        const bool empty = model_.Items().empty() && model_.PinCount() == 0;
+        page_->SetHint(empty ? tr("No fields. Devices are chosen in the menu Select Device.")
+                             : QString());
     }
     for (const Bit& bit : bits_) bit.box->Sync();
     for (const Bit& pin : pins_) pin.box->Sync();
@@ -117,6 +123,7 @@ void BitsView::AddBit(std::size_t index, QWidget* frame) {
     auto* box = new CheckMark(hand_, {model_.chkPrgmBit, index}, frame);
     box->setObjectName(IndexedName("chkPrgmBit", index));
     box->onHelp([this, i = static_cast<int>(index)] { model_.HelpOnBit(i); });
+    TellOnHover(box, model_.chkPrgmBit[index].Caption);
     bits_.push_back({index, box});
 }
 
@@ -141,6 +148,8 @@ void BitsView::AddCounter(std::size_t index, QWidget* frame) {
     c.spinner = new SpinnerButtons(hand_, {model_.spnCntr, index}, up, down, c.box);
     c.spinner->setObjectName(IndexedName("spnCntr", index));
     c.box->Attach(c.spinner);
+    TellOnHover(c.label, model_.lblCntr[index].Caption);
+    TellOnHover(c.box, model_.lblCntr[index].Caption);
     counters_.push_back(c);
 }
 
@@ -154,7 +163,24 @@ void BitsView::AddList(std::size_t index, QWidget* frame) {
     l.list = new DropList(hand_, {model_.cmbBits, index}, frame);
     l.list->setObjectName(IndexedName("cmbBits", index));
     l.list->setAccessibleName(FromModel(model_.lblCmbBits[index].Caption));
+    TellOnHover(l.label, model_.lblCmbBits[index].Caption);
+    TellOnHover(l.list, model_.lblCmbBits[index].Caption);
     lists_.push_back(l);
+}
+
+void BitsView::TellOnHover(QWidget* widget, const std::string& field) {
+    widget->setProperty(kFieldProperty, FromModel(field));
+    widget->installEventFilter(this);
+}
+
+bool BitsView::eventFilter(QObject* watched, QEvent* event) {
+    const QVariant field = watched->property(kFieldProperty);
+    if (event->type() != QEvent::ToolTip || !field.isValid())
+        return ScreenView::eventFilter(watched, event);
+    const QString tip = TipText(model_.TipOn(ToModel(field.toString())));
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip,
+                       static_cast<QWidget*>(watched));
+    return true;
 }
 
 void BitsView::Place() {

@@ -30,6 +30,7 @@ class BitsView : public ScreenView {
     void Sync() override;
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
@@ -53,6 +54,7 @@ class BitsView : public ScreenView {
     void AddBit(std::size_t index, QWidget* frame);
     void AddCounter(std::size_t index, QWidget* frame);
     void AddList(std::size_t index, QWidget* frame);
+    void TellOnHover(QWidget* widget, const std::string& field);
     void Place();
     void PlacePins();
     void FitContent();

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetrics>
 
 namespace zentrel::view {
@@ -21,6 +22,8 @@ Metrics Measure(const QFont& font) {
     m.radius = std::max(3, m.unit / 2);
     return m;
 }
+
+double PointSize() { return QFontInfo(QApplication::font()).pointSizeF(); }
 
 } // namespace
 
@@ -40,14 +43,14 @@ int Metrics::DigitsWidth(int digits) const {
 
 QFont MonospacedFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(QApplication::font().pointSizeF());
+    font.setPointSizeF(PointSize());
     font.setStyleHint(QFont::Monospace);
     return font;
 }
 
 QFont UiFont(double steps, bool bold) {
     QFont font = QApplication::font();
-    font.setPointSizeF(std::max(5.0, font.pointSizeF() + steps));
+    font.setPointSizeF(std::max(5.0, PointSize() + steps));
     font.setBold(bold);
     return font;
 }

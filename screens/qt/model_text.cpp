@@ -16,6 +16,13 @@ QString Literal(std::string_view text) {
     return FromModel(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+QString TipText(std::string_view text) {
+    if (text.empty()) return {};
+    const QString lines = FromModel(text).toHtmlEscaped();
+    return QStringLiteral("<qt>") + QString(lines).replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+           QStringLiteral("</qt>");
+}
+
 QString IndexedName(const char* name, std::size_t index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }

@@ -16,6 +16,9 @@ inline std::string ToModel(const QString& text) { return text.toStdString(); }
 /// The same for a caption in which "&" is a character of its own and not an access key.
 QString Literal(std::string_view text);
 
+/// Text for a tooltip: lines stay, long ones wrap, nothing in it is markup.
+QString TipText(std::string_view text);
+
 /// An element's name with its index in brackets: "txtRegBits(3)".
 QString IndexedName(const char* name, std::size_t index);
 

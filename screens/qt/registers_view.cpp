@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "screens/qt/bit_row.h"
@@ -115,6 +117,7 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     Row r{};
     r.name = new CaptionLabel({model.lblRegName, i}, CaptionLabel::Tone::Strong, kLeft, content_);
     r.name->setObjectName(IndexedName("lblRegName", i));
+    r.name->installEventFilter(this);
     r.bits = new BitRow(hand_, {model.txtRegBits, i}, actions, content_);
     r.bits->setObjectName(IndexedName("txtRegBits", i));
     r.load = new PushButton(hand_, {model.cmdLoadReg, i},
@@ -205,6 +208,9 @@ void RegistersView::Sync() {
         layout_ = model_.layout();
         Rebuild();
     }
+    page_->SetHint(rows_.empty() ? tr("No registers. Devices are chosen in the menu Select Device.")
+                                 : QString());
+    if (header_->isHidden() != rows_.empty()) header_->setVisible(!rows_.empty());
     SyncHeader();
     SyncRows();
     const bool reads = !model_.cmdReadback.empty() && model_.cmdReadback[0].Visible;
@@ -230,10 +236,10 @@ void RegistersView::SyncHeader() {
 }
 
 void RegistersView::SyncRows() {
-    const std::string none;
+    int number = 0;
     for (const Row& row : rows_) {
         row.name->Sync();
-        row.bits->Sync(grid_, none);
+        row.bits->Sync(grid_, model_.UnsentBits(number++));
         row.load->Sync();
         row.name2->Sync();
         row.hex->Sync();
@@ -255,6 +261,15 @@ void RegistersView::FollowCaret() {
         bits->setFocus(Qt::OtherFocusReason);
     const QRect cell = bits->CaretCell().translated(bits->pos());
     page_->ensureVisible(cell.center().x(), cell.center().y(), Metrics::Now().Units(4), Step());
+}
+
+bool RegistersView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return ScreenView::eventFilter(watched, event);
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+        if (rows_[i].name == watched)
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                               TipText(model_.TipOn(static_cast<int>(i))), rows_[i].name);
+    return true;
 }
 
 void RegistersView::resizeEvent(QResizeEvent* event) {

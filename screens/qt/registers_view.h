@@ -29,6 +29,7 @@ class RegistersView : public ScreenView {
     void Sync() override;
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

@@ -19,12 +19,22 @@ ScrollPage::ScrollPage(QWidget* parent) : QScrollArea(parent) {
     viewport()->setAutoFillBackground(false);
 }
 
+void ScrollPage::SetHint(const QString& hint) {
+    if (hint == hint_) return;
+    hint_ = hint;
+    viewport()->update();
+}
+
 bool ScrollPage::scrollsDown() const { return verticalScrollBar()->maximum() > 0; }
 
 bool ScrollPage::scrollsAcross() const { return horizontalScrollBar()->maximum() > 0; }
 
 void ScrollPage::paintEvent(QPaintEvent* event) {
-    QPainter(viewport()).fillRect(event->rect(), Theme::Now().surface);
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), Theme::Now().surface);
+    if (hint_.isEmpty()) return;
+    painter.setPen(Theme::Now().muted);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 
 } // namespace zentrel::view

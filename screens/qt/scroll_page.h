@@ -9,12 +9,18 @@ class ScrollPage : public QScrollArea {
   public:
     explicit ScrollPage(QWidget* parent = nullptr);
 
+    /// What stands in the middle of a page that has no content; empty while it has some.
+    void SetHint(const QString& hint);
+
     /// Whether a bar stands there now.
     bool scrollsDown() const;
     bool scrollsAcross() const;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QString hint_;
 };
 
 } // namespace zentrel::view
