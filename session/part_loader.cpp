@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "device/number_text.h"
 #include "session/frm_part.h"
 
 namespace zentrel {
