@@ -19,7 +19,8 @@ constexpr std::string_view kHardware = "Hardware";
 std::vector<std::string> ReadItems(IniFiles& files, std::string_view section,
                                    std::string_view defaultItem, std::vector<Problem>& problems) {
     const std::string path = files.Folder().CataloguePath();
-    SectionReader reader(files.View(path), path, section, problems);
+    const std::string realPath = files.RealPath(path);
+    SectionReader reader(files.View(path), realPath, section, problems);
     std::vector<std::string> items;
     const int count = reader.Count();
     for (int i = 0; i < count; ++i) {
@@ -44,7 +45,7 @@ Catalogue ReadCatalogue(IniFiles& files) {
     Catalogue catalogue;
     const std::string path = files.Folder().CataloguePath();
     if (const auto failure = files.ReadFailure(path)) {
-        catalogue.problems.push_back({path, "", "", *failure, "no devices"});
+        catalogue.problems.push_back({files.RealPath(path), "", "", *failure, "no devices"});
     }
     for (std::size_t i = 0; i < kDeviceFamilies.size(); ++i) {
         catalogue.items[i] =

@@ -31,7 +31,6 @@ struct IniFiles::Entry {
         std::string value;
     };
 
-    std::string name; // as first asked for
     std::string realPath;
     IniText text;
     FileStamp stamp;
@@ -82,6 +81,10 @@ std::vector<WriteFailure> IniFiles::TakeWriteFailures() {
     return std::exchange(failures_, {});
 }
 
+std::string IniFiles::RealPath(std::string_view file) const {
+    return folder_.Resolve(file).value_or(std::string(file));
+}
+
 IniFiles::Entry& IniFiles::EntryOf(std::string_view file) {
     const auto realPath = folder_.Resolve(file);
     if (!realPath) return *impossible_;
@@ -89,7 +92,6 @@ IniFiles::Entry& IniFiles::EntryOf(std::string_view file) {
     if (found == byRealPath_.end()) {
         if (scopes_ == 0 && byRealPath_.size() >= kKeptFiles) byRealPath_.clear();
         auto entry = std::make_unique<Entry>();
-        entry->name = std::string(file);
         entry->realPath = *realPath;
         found = byRealPath_.emplace(*realPath, std::move(entry)).first;
     }
@@ -121,9 +123,10 @@ void IniFiles::Load(Entry& entry) {
 }
 
 bool IniFiles::Fail(Entry& entry, const std::string& reason) {
-    const bool told = std::any_of(failures_.begin(), failures_.end(),
-                                  [&](const auto& failure) { return failure.file == entry.name; });
-    if (!told) failures_.push_back({entry.name, reason});
+    const bool told = std::any_of(failures_.begin(), failures_.end(), [&](const auto& failure) {
+        return failure.file == entry.realPath;
+    });
+    if (!told) failures_.push_back({entry.realPath, reason});
     return false;
 }
 

@@ -57,6 +57,9 @@ class IniFiles {
 
     const AppPath& Folder() const { return folder_; }
 
+    /// The file as the user finds it on the machine: what messages name.
+    std::string RealPath(std::string_view file) const;
+
   private:
     friend class ReadScope;
     friend class WriteScope;

@@ -17,7 +17,7 @@ constexpr int kDefaultBit = 3;
 class Migration {
   public:
     Migration(IniFiles& files, std::string_view path, std::vector<Problem>& problems)
-        : files_(files), path_(path), problems_(problems) {}
+        : files_(files), path_(path), realPath_(files.RealPath(path)), problems_(problems) {}
 
     void Run() {
         Write("SETUP", "COMM_MODE", std::string(kRouteLpt));
@@ -32,7 +32,12 @@ class Migration {
 
   private:
     SectionReader Section(std::string_view name) {
-        return {files_.View(path_), path_, name, problems_};
+        return {files_.View(path_), realPath_, name, problems_};
+    }
+
+    int Count(std::string_view name) {
+        std::vector<Problem> toldByTheReading;
+        return SectionReader(files_.View(path_), realPath_, name, toldByTheReading).Count();
     }
 
     void Write(std::string_view section, std::string_view key, const std::string& value) {
@@ -45,7 +50,7 @@ class Migration {
     }
 
     void ConvertPins() {
-        const int count = Section("PINS").Count();
+        const int count = Count("PINS");
         for (int i = 0; i < count; ++i) {
             SectionReader section = Section("PINS");
             section.SetEntry(i);
@@ -60,7 +65,7 @@ class Migration {
     }
 
     void ConvertModes() {
-        const int count = Section("MODES").Count();
+        const int count = Count("MODES");
         for (int i = 0; i < count; ++i) {
             SectionReader section = Section("MODES");
             section.SetEntry(i);
@@ -72,6 +77,7 @@ class Migration {
 
     IniFiles& files_;
     std::string_view path_;
+    std::string realPath_;
     std::vector<Problem>& problems_;
 };
 

@@ -17,8 +17,8 @@ bool NeedsMigration(IniFiles& files, std::string_view path);
 
 /// Rewrites a part file of the old format in place, in one write scope: port masks and bit numbers
 /// of the parallel port become connector pins and pin masks. Any other file is left alone, and so
-/// is an empty path. Gives the values that couldn't be converted; a failed write is in
-/// files.TakeWriteFailures().
+/// is an empty path. Gives the values that couldn't be converted, without bad counts,
+/// which the reading tells; a failed write is in files.TakeWriteFailures().
 std::vector<Problem> MigratePartFile(IniFiles& files, std::string_view path);
 
 } // namespace zentrel

@@ -124,9 +124,9 @@ std::string ScriptModule::Code() const {
     return code;
 }
 
-PartDefinition ReadPartDefinition(const IniText& text, std::string_view path) {
+PartDefinition ReadPartDefinition(const IniText& text, std::string_view file) {
     PartDefinition part;
-    PartReading reading{text, path, part};
+    PartReading reading{text, file, part};
     ReadSetup(reading);
     ReadPins(reading);
     ReadRegisters(reading);
@@ -140,19 +140,20 @@ PartDefinition ReadPartDefinition(const IniText& text, std::string_view path) {
 
 PartDefinition ReadPartDefinition(IniFiles& files, std::string_view path) {
     const ReadScope scope(files);
-    PartDefinition part = ReadPartDefinition(files.View(path), path);
+    const std::string realPath = files.RealPath(path);
+    PartDefinition part = ReadPartDefinition(files.View(path), realPath);
     if (const auto failure = files.ReadFailure(path)) {
         part.problems.insert(part.problems.begin(),
-                             {std::string(path), "", "", *failure, "the defaults of all keys"});
+                             {realPath, "", "", *failure, "the defaults of all keys"});
     }
     return part;
 }
 
 PartDefinition LoadPartDefinition(IniFiles& files, std::string_view path) {
     const ReadScope scope(files);
-    std::vector<Problem> problems = MigratePartFile(files, path);
+    const std::vector<Problem> ofMigration = MigratePartFile(files, path);
     PartDefinition part = ReadPartDefinition(files, path);
-    part.problems.insert(part.problems.end(), problems.begin(), problems.end());
+    part.problems.insert(part.problems.end(), ofMigration.begin(), ofMigration.end());
     return part;
 }
 

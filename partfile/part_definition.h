@@ -162,7 +162,7 @@ struct PartDefinition {
     bool executeScripts = false;
     std::vector<ScriptModule> scripts;
 
-    std::vector<LeftOutEntry> leftOut; ///< of [PINS], [REGISTERS], [PLLS] and counters of [BITS]
+    std::vector<LeftOutEntry> leftOut; ///< counters alone in [BITS], none of [MODES], [SCRIPTS]
     std::vector<Problem> problems;     ///< what couldn't be read, duplicates included
 };
 
@@ -175,8 +175,8 @@ constexpr int kMaxListedEntries = 1'000'000;
 /// and gives all defaults.
 PartDefinition ReadPartDefinition(IniFiles& files, std::string_view path);
 
-/// The same from a text; `path` is what problems name.
-PartDefinition ReadPartDefinition(const IniText& text, std::string_view path);
+/// The same from a text; `file` is what problems name.
+PartDefinition ReadPartDefinition(const IniText& text, std::string_view file);
 
 /// As a device is loaded: in one scope, the file is brought to the current format and read. When
 /// the file can't be written the load goes on with what would have been written, and

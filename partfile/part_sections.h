@@ -14,12 +14,12 @@ namespace zentrel {
 /// What a reading passes from section to section.
 struct PartReading {
     const IniText& text;
-    std::string_view path;
+    std::string_view file; // for problems
     PartDefinition& part;
     /// How many more list entries and script lines may be read; see kMaxListedEntries.
     int listedLeft = kMaxListedEntries;
 
-    SectionReader Section(std::string_view name) const { return {text, path, name, part.problems}; }
+    SectionReader Section(std::string_view name) const { return {text, file, name, part.problems}; }
     /// `count`, when that many entries may still be listed; else 0, with a problem under `word`.
     int TakeListed(SectionReader& section, std::string_view word, int count);
 };

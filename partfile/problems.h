@@ -9,7 +9,7 @@ namespace zentrel {
 
 /// One value that couldn't be used as it stands, or, with `key` empty, a file as a whole.
 struct Problem {
-    std::string file;    ///< the file, as it was asked for
+    std::string file;    ///< where it lies on the machine
     std::string section; ///< without brackets; empty when the file itself is at fault
     std::string key;     ///< with its number: "LEN07"
     std::string value;   ///< what stands in the file; for a whole file, why it can't be read
@@ -20,7 +20,7 @@ struct Problem {
 
 /// A replacement of a file that failed; the file is as it was.
 struct WriteFailure {
-    std::string file;   ///< the file, as it was asked for
+    std::string file;   ///< where it lies on the machine
     std::string reason; ///< in the platform's words: "Permission denied"
 
     bool operator==(const WriteFailure&) const = default;

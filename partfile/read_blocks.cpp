@@ -103,12 +103,17 @@ void ReadPlls(PartReading& reading) {
 
 void ReadClkDists(PartReading& reading) {
     SectionReader section = reading.Section("CLKDISTS");
+    EntryNames names("CLKDISTS", reading.part);
     const int count = section.Count();
     for (int i = 0; i < count; ++i) {
         section.SetEntry(i);
         ClkDistEntry block;
         block.entry = i;
         block.name = section.Text("NAME", "CLKDIST" + section.EntryText());
+        if (names.Repeats(block.name, i)) {
+            names.LeaveOut(section, block.name, i);
+            continue;
+        }
         block.vcoCount = section.FloorInt("VCO", 1);
         block.clockCount = ReadClockCount(section);
         block.displayType = section.Text("DISPLAY_TYPE", "PLL_internalVCO");

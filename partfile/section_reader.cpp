@@ -7,9 +7,9 @@
 
 namespace zentrel {
 
-SectionReader::SectionReader(const IniText& text, std::string_view path, std::string_view section,
+SectionReader::SectionReader(const IniText& text, std::string_view file, std::string_view section,
                              std::vector<Problem>& problems)
-    : text_(text), path_(path), section_(section), id_(text.FindSection(section)),
+    : text_(text), file_(file), section_(section), id_(text.FindSection(section)),
       problems_(problems) {}
 
 void SectionReader::SetEntry(int entry, int digits) {
@@ -32,7 +32,7 @@ std::string SectionReader::Text(std::string_view word, std::string_view defaultV
 
 void SectionReader::Note(std::string_view word, std::string used) {
     const std::string value(Raw(word).value_or(""));
-    problems_.push_back({std::string(path_), std::string(section_), std::string(Key(word)), value,
+    problems_.push_back({std::string(file_), std::string(section_), std::string(Key(word)), value,
                          std::move(used)});
 }
 

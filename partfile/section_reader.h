@@ -15,7 +15,7 @@ namespace zentrel {
 /// gives its default; so does a value that is no number of its kind, with a problem noted.
 class SectionReader {
   public:
-    SectionReader(const IniText& text, std::string_view path, std::string_view section,
+    SectionReader(const IniText& text, std::string_view file, std::string_view section,
                   std::vector<Problem>& problems);
 
     /// From here on keys are a word with this number behind it; `digits` at least.
@@ -45,7 +45,7 @@ class SectionReader {
     Value Convert(std::string_view word, Value defaultValue, Parse parse, Show show);
 
     const IniText& text_;
-    std::string_view path_;
+    std::string_view file_;
     std::string_view section_;
     std::optional<IniText::SectionId> id_;
     std::vector<Problem>& problems_;

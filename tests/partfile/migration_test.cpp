@@ -67,6 +67,14 @@ TEST_F(MigrationOfAPartFile, takes_the_default_for_what_is_no_mask) {
                                           "/p.ini [PINS] LOCATION01=-1 (used 3)");
 }
 
+TEST_F(MigrationOfAPartFile, and_the_reading_after_it_tell_of_a_bad_value_once) {
+    files_.bytes["/p.ini"] = "[SETUP]\nCLOCK=x\n[PINS]\nCOUNT=abc\n[MODES]\nCOUNT=\n";
+    EXPECT_EQ(ProblemsMessage(LoadPartDefinition(ini_, "/p.ini").problems),
+              "/p.ini [PINS] COUNT=abc (used 0)\n"
+              "/p.ini [MODES] COUNT= (used 0)\n"
+              "/p.ini [SETUP] CLOCK=x (used 1)");
+}
+
 TEST_F(MigrationOfAPartFile, that_cant_be_stored_still_gives_the_right_pins) {
     files_.bytes["/p.ini"] = "[SETUP]\nCLOCK=8\n[PINS]\nCOUNT=1\nLOCATION00=9\n";
     files_.failure = "Read-only file system";

@@ -81,6 +81,10 @@ TYPE03=Counter
 COUNT=2
 NAME00=PLL
 NAME01=PLL
+[CLKDISTS]
+COUNT=3
+NAME00=A
+NAME01=a
 )");
     ASSERT_EQ(part.pins.size(), 2U);
     EXPECT_EQ(part.pins[1].name, "LD");
@@ -94,14 +98,18 @@ NAME01=PLL
     EXPECT_TRUE(part.fields[1].repeatsName);
     EXPECT_FALSE(part.fields[2].repeatsName);
     EXPECT_EQ(part.plls.size(), 1U);
+    ASSERT_EQ(part.clkDists.size(), 2U);
+    EXPECT_EQ(part.clkDists[1].entry, 2);
     EXPECT_THAT(part.leftOut,
                 ElementsAre(LeftOutEntry{"PINS", "ce", 1, 0}, LeftOutEntry{"REGISTERS", "R0", 1, 0},
-                            LeftOutEntry{"BITS", "N", 1, 0}, LeftOutEntry{"PLLS", "PLL", 1, 0}));
+                            LeftOutEntry{"BITS", "N", 1, 0}, LeftOutEntry{"PLLS", "PLL", 1, 0},
+                            LeftOutEntry{"CLKDISTS", "a", 1, 0}));
     EXPECT_THAT(Told(part),
                 ElementsAre("PINS NAME01=ce > entry 00, which has the name already",
                             "REGISTERS NAME01=R0 > entry 00, which has the name already",
                             "BITS NAME01=N > entry 00, which has the name already",
-                            "PLLS NAME01=PLL > entry 00, which has the name already"));
+                            "PLLS NAME01=PLL > entry 00, which has the name already",
+                            "CLKDISTS NAME01=a > entry 00, which has the name already"));
 }
 
 std::chrono::milliseconds TimeOf(const std::function<void()>& work) {
@@ -142,8 +150,8 @@ TEST(PartProblems, a_file_that_cant_be_read_is_told_and_gives_the_defaults) {
     const std::string path = files.Folder().PartFilePath("p");
     const PartDefinition part = LoadPartDefinition(files, path);
     EXPECT_EQ(part.setup.registerLength, 24);
-    EXPECT_EQ(part.problems,
-              (std::vector<Problem>{{path, "", "", "Is a directory", "the defaults of all keys"}}));
+    EXPECT_EQ(part.problems, (std::vector<Problem>{{folder / "p.ini", "", "", "Is a directory",
+                                                    "the defaults of all keys"}}));
     EXPECT_TRUE(files.TakeWriteFailures().empty());
     EXPECT_THAT(ReadPartDefinition(files, files.Folder().PartFilePath("missing")).problems,
                 IsEmpty());

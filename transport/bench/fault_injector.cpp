@@ -84,8 +84,8 @@ std::int16_t FaultyBridge::usbReceiveCmdData(std::uint8_t* buffer, std::int16_t 
     switch (faults_.Pick(4)) {
     case 0: // later than the library waits
         return Fail();
-    case 1: // in two pieces
-        return Deliver(buffer, std::min(some, max));
+    case 1: // in two pieces, neither of them empty: that would be a time-out
+        return Deliver(buffer, std::clamp(some, std::int16_t{1}, max));
     case 2: // pulled in the middle of the reply
         return Fail(Deliver(buffer, std::min(some, max)));
     default: {
