@@ -94,12 +94,12 @@ bool cPLL::StoreN(double& v) {
     if (!ToInt32(n)) v = n = kSafeN;
     const double fraction = v - n;
     return part_.journal().Attempt(nCounter_, [&] {
-        cPrgmBits& counter = Field(nCounter_);
-        const bool untouched = part_.session().bDisplayUpdating == 1 && counter.Value() == n;
-        if (!untouched) counter.SetValue(n);
+        const bool untouched =
+            part_.session().bDisplayUpdating == 1 && Field(nCounter_).Value() == n;
+        if (!untouched) Field(nCounter_).SetValue(n);
         if (fractional) {
             const std::int32_t denominator = DenValue();
-            const bool beyond = n > counter.Value();
+            const bool beyond = n > Field(nCounter_).Value();
             SetNumValue(beyond ? denominator : RoundToLong(fraction * denominator));
         }
         return true;

@@ -42,12 +42,12 @@ void SetupOSCBit(cPart& part, std::string_view name);
 
 /// The ten limits, as texts: they are converted at each use, and an empty one limits nothing.
 struct PllRanges {
-    std::string_view vcoMin, vcoMax; ///< MHz
-    std::string_view oscMin, oscMax; ///< MHz
-    std::string_view fpdMin, fpdMax; ///< kHz
-    std::string_view nCheckType;     ///< "SINGLE", "DUAL" or "QUAD", and a digit for a margin.
-    std::string_view npMidFrequency; ///< MHz; the sign says which prescaler bit is the faster.
-    std::string_view nCheckLowRange, nCheckHighRange; ///< "100" or "23-24", by prescaler bit.
+    std::string_view vcoMin = {}, vcoMax = {}; ///< MHz
+    std::string_view oscMin = {}, oscMax = {}; ///< MHz
+    std::string_view fpdMin = {}, fpdMax = {}; ///< kHz
+    std::string_view nCheckType = {};     ///< "SINGLE", "DUAL" or "QUAD", and a digit for a margin.
+    std::string_view npMidFrequency = {}; ///< MHz; the sign: which prescaler bit is the faster.
+    std::string_view nCheckLowRange = {}, nCheckHighRange = {}; ///< "100" or "23-24".
 };
 void SetupRanges(cPart& part, const PllRanges& ranges);
 

@@ -65,9 +65,8 @@ void StepFraction(cPart& part, int i) {
     const std::string& tag = (panel.*what.spinner).Tag;
     if (tag.empty()) return;
     PanelChange(part, i, what.name, Tail::LoadThenFour, [&] {
-        cPrgmBits& field = part.PrgmBits(tag);
-        Step(field, direction);
-        (panel.*what.box).Text = field.Text();
+        Step(part.PrgmBits(tag), direction);
+        (panel.*what.box).Text = part.PrgmBits(tag).Text();
     });
 }
 
@@ -87,8 +86,8 @@ void MoveOutputDivider(cPart& part, int i, const OutputPart& output, Move move) 
     TextBox& box = panel.*output.box;
     if (box.Tag.empty()) return;
     PanelChange(part, i, output.name, Tail::LoadThenFour, [&] {
-        cPrgmBits& field = part.PrgmBits(box.Tag);
-        move(field);
+        move(part.PrgmBits(box.Tag));
+        const cPrgmBits& field = part.PrgmBits(box.Tag);
         box.Text = field.Text();
         const double number = EntryNumber(box.Text).value_or(field.Value());
         cPLL& pll = PllOfTag(part, panel.txtFpd.Tag, i);

@@ -132,19 +132,30 @@ constexpr const char* kFour = "PLL CLK REG BIT";
 
 TEST(FrequencyEntry, each_entry_is_followed_by_its_refresh_and_load) {
     const Follow rows[] = {
-        {"txtVCO", false, kAll, false},       {"txtVCO", true, kAll, true},
-        {"txtOsc", false, kAll, false},       {"txtOsc", true, kAll, false},
-        {"txtFpd", false, kFour, true},       {"txtFpd", true, kFour, true},
-        {"txtRCounter", false, kFour, true},  {"txtRCounter", true, kFour, true},
-        {"txtNCounter", false, kFour, true},  {"txtNCounter", true, kFour, true},
-        {"txtFractNum", false, kFour, true},  {"txtFractNum", true, kFour, true},
-        {"txtFractDen", false, kFour, true},  {"txtFractDen", true, kFour, true},
-        {"txtOUT0", false, kFour, true},      {"txtOUT1", false, kFour, true},
-        {"txtOUT0_DIV", false, kFour, true},  {"txtOUT1_DIV", false, kFour, true},
+        {"txtVCO", false, kAll, false},
+        {"txtVCO", true, kAll, true},
+        {"txtOsc", false, kAll, false},
+        {"txtOsc", true, kAll, false},
+        {"txtFpd", false, kFour, true},
+        {"txtFpd", true, kFour, true},
+        {"txtRCounter", false, kFour, true},
+        {"txtRCounter", true, kFour, true},
+        {"txtNCounter", false, kFour, true},
+        {"txtNCounter", true, kFour, true},
+        {"txtFractNum", false, kFour, true},
+        {"txtFractNum", true, kFour, true},
+        {"txtFractDen", false, kFour, true},
+        {"txtFractDen", true, kFour, true},
+        {"txtOUT0", false, kFour, true},
+        {"txtOUT1", false, kFour, true},
+        {"txtOUT0_DIV", false, kFour, true},
+        {"txtOUT1_DIV", false, kFour, true},
         {"pllManualDivide", false, kFour, true},
         // Leaving these does nothing.
-        {"txtOUT0", true, "", false},         {"txtOUT1", true, "", false},
-        {"txtOUT0_DIV", true, "", false},     {"txtOUT1_DIV", true, "", false},
+        {"txtOUT0", true, "", false},
+        {"txtOUT1", true, "", false},
+        {"txtOUT0_DIV", true, "", false},
+        {"txtOUT1_DIV", true, "", false},
         {"pllManualDivide", true, "", false},
     };
     for (const Follow& row : rows) {
@@ -226,10 +237,10 @@ struct Taken {
 
 TEST(FrequencyEntry, a_typed_vco_frequency_goes_to_the_blocks_frequency_that_the_pll_drives) {
     const Taken rows[] = {
-        {"Engineering", 0, 0, 0, 640, 2, 640},    {"VCO_extVCO", 0, 0, 1, 3, 640, 640},
-        {"Engineering", 0, 0, 2, 3, 2, 320},      {"Engineering", 0, 0, -1, 3, 2, 320},
-        {"Engineering", 7, 0, -1, 640, 2, 640},   {"VCO_extVCO", 7, 1, 0, 3, 640, 640},
-        {"VCO_extVCO", 7, 2, 0, 3, 2, 320},       {"PLL_internalVCO", 0, 0, 3, 640, 2, 640},
+        {"Engineering", 0, 0, 0, 640, 2, 640},     {"VCO_extVCO", 0, 0, 1, 3, 640, 640},
+        {"Engineering", 0, 0, 2, 3, 2, 320},       {"Engineering", 0, 0, -1, 3, 2, 320},
+        {"Engineering", 7, 0, -1, 640, 2, 640},    {"VCO_extVCO", 7, 1, 0, 3, 640, 640},
+        {"VCO_extVCO", 7, 2, 0, 3, 2, 320},        {"PLL_internalVCO", 0, 0, 3, 640, 2, 640},
         {"pll_externalvco", 0, 0, 0, 3, 640, 640}, {"Distribution", 0, 0, 0, 3, 2, 320},
     };
     for (const Taken& row : rows) {

@@ -58,7 +58,7 @@ TEST(PlanChecks, the_sign_of_the_middle_frequency_says_which_prescaler_bit_is_th
         const char* middle;
         int bit;
         Color color;
-    } rows[] = {{"2000", 0, R},  {"2000", 1, W}, {"-2000", 0, W}, {"-2000", 1, R},
+    } rows[] = {{"2000", 0, R}, {"2000", 1, W}, {"-2000", 0, W}, {"-2000", 1, R},
                 {"2500", 0, W}, {"0", 0, W},    {"", 0, W},      {"fast", 0, W}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.middle);
@@ -79,12 +79,12 @@ TEST(PlanChecks, n_has_to_suit_the_prescaler) {
         double n;
         Color color;
     } rows[] = {
-        {"SINGLE", "8", 64, W},   {"SINGLE", "8", 65, R},    {"DUAL", "32", 992, W},
-        {"DUAL", "32", 991, R},   {"DUAL2", "32", 961, W},   {"DUAL2", "32", 990, R},
-        {"QUAD", "16", 1000, W},  {"QUAD", "16", 35, R},     {"QUAD", "16", 40, W},
-        {"QUAD1", "16", 40, R},   {"dual", "32", 991, W},    {"TRIPLE", "8", 65, W},
-        {"", "8", 65, W},         {"SINGLE", "8/9", 65, W},  {"SINGLE", "0", 65, W},
-        {"SINGLE3", "8", 64, W},  {"7", "8", 65, W},
+        {"SINGLE", "8", 64, W},  {"SINGLE", "8", 65, R},   {"DUAL", "32", 992, W},
+        {"DUAL", "32", 991, R},  {"DUAL2", "32", 961, W},  {"DUAL2", "32", 990, R},
+        {"QUAD", "16", 1000, W}, {"QUAD", "16", 35, R},    {"QUAD", "16", 40, W},
+        {"QUAD1", "16", 40, R},  {"dual", "32", 991, W},   {"TRIPLE", "8", 65, W},
+        {"", "8", 65, W},        {"SINGLE", "8/9", 65, W}, {"SINGLE", "0", 65, W},
+        {"SINGLE3", "8", 64, W}, {"7", "8", 65, W},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.type) + " " + row.modulus + " " + std::to_string(row.n));
@@ -138,9 +138,8 @@ TEST(PlanChecks, the_range_of_n_goes_by_the_prescaler_bit) {
         rig.part.PrgmBits("NP").SetBitValue(row.bit);
         rig.AddField("N", 20, row.n);
         const PllPanel& panel = rig.AddPll({.prescaler = "NP"}).panel;
-        SetupRanges(rig.part, {.nCheckType = "SINGLE",
-                               .nCheckLowRange = "23-24",
-                               .nCheckHighRange = "100"});
+        SetupRanges(rig.part,
+                    {.nCheckType = "SINGLE", .nCheckLowRange = "23-24", .nCheckHighRange = "100"});
         rig.Refresh();
         EXPECT_EQ(panel.txtNCounter.BackColor, row.color);
     }

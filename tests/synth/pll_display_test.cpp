@@ -19,8 +19,13 @@ TEST(PllDisplay, a_refresh_fills_every_panel_from_its_own_model) {
     Rig rig;
     for (const char* field : {"POL", "GAIN", "STATE", "NP"})
         rig.AddField(field, 2, 1).SetStringArray({"zero", "one", "two", "three"});
-    cPLL& pll = rig.AddPll({.doubler = "D", .num = "NUM", .den = "DEN", .out0 = "O0",
-                            .prescaler = "NP", .polarity = "POL", .gain = "GAIN",
+    cPLL& pll = rig.AddPll({.doubler = "D",
+                            .num = "NUM",
+                            .den = "DEN",
+                            .out0 = "O0",
+                            .prescaler = "NP",
+                            .polarity = "POL",
+                            .gain = "GAIN",
                             .state = "STATE"});
     const PllPanel& other = rig.AddPll({.name = "B", .n = "NB", .r = "RB"}).panel;
     rig.Seed("D", 1);

@@ -85,21 +85,14 @@ struct FactorRow {
 
 TEST(PllFrequency, the_feedback_factor_goes_by_display_mode_and_link) {
     const FactorRow rows[] = {
-        {"Engineering", 0, 0, 0, false, 8, true},
-        {"Engineering", 0, 0, 1, false, 1, true},
+        {"Engineering", 0, 0, 0, false, 8, true},    {"Engineering", 0, 0, 1, false, 1, true},
         {"engineering", 3, 0, 0, false, 8, true}, // the list decides, not MODE
-        {"VCO_extVCO", 0, 1, 0, false, 8, true},
-        {"VCO_extVCO", 0, 0, 2, false, 1, true},
-        {"VCO_extVCO", 0, 0, -1, false, 1, true},
-        {"Engineering", 7, 0, -1, false, 8, true},
-        {"Engineering", 7, 1, 0, false, 1, true},
-        {"Engineering", 7, 2, 0, false, 1, true},
-        {"Engineering", 7, 0, -1, true, 2, true},
-        {"PLL_internalVCO", 3, 2, 3, false, 8, true},
-        {"PLL_INTERNALVCO", 0, 0, 0, true, 2, true},
-        {"PLL_externalVCO", 0, 0, 0, false, 1, true},
-        {"Distribution", 0, 0, 0, false, 1, false},
-        {"something else", 0, 0, 0, false, 1, false},
+        {"VCO_extVCO", 0, 1, 0, false, 8, true},     {"VCO_extVCO", 0, 0, 2, false, 1, true},
+        {"VCO_extVCO", 0, 0, -1, false, 1, true},    {"Engineering", 7, 0, -1, false, 8, true},
+        {"Engineering", 7, 1, 0, false, 1, true},    {"Engineering", 7, 2, 0, false, 1, true},
+        {"Engineering", 7, 0, -1, true, 2, true},    {"PLL_internalVCO", 3, 2, 3, false, 8, true},
+        {"PLL_INTERNALVCO", 0, 0, 0, true, 2, true}, {"PLL_externalVCO", 0, 0, 0, false, 1, true},
+        {"Distribution", 0, 0, 0, false, 1, false},  {"something else", 0, 0, 0, false, 1, false},
     };
     for (const FactorRow& row : rows) {
         SCOPED_TRACE(std::string(row.mode) + " MODE " + std::to_string(row.modeBit) +

@@ -27,7 +27,10 @@ TEST(PllToggles, each_label_switches_its_field) {
             rig.AddField(field, 1);
         for (const char* field : {"GAIN", "STATE"})
             rig.AddField(field, 2);
-        rig.AddPll({.doubler = "D", .prescaler = "NP", .polarity = "POL", .gain = "GAIN",
+        rig.AddPll({.doubler = "D",
+                    .prescaler = "NP",
+                    .polarity = "POL",
+                    .gain = "GAIN",
                     .state = "STATE"});
         rig.Seed(row.field, row.before);
         rig.displays.log.clear();
@@ -50,20 +53,26 @@ TEST(PllToggles, show_bits_lists_what_the_block_has) {
     Rig rig;
     rig.AddPll({.polarity = "", .gain = "GAIN"});
     txtGetPLLBits_Click(rig.part, 1);
-    EXPECT_EQ(rig.messages.shown.back(),
-              "These are the Bits Represented on this Screen\r\n"
-              "-------------------------------------------\r\n"
-              "R Counter:                           R\r\n"
-              "Charge Pump Gain:              GAIN\r\n"
-              "N Counter:                           N");
+    EXPECT_EQ(rig.messages.shown.back(), "These are the Bits Represented on this Screen\r\n"
+                                         "-------------------------------------------\r\n"
+                                         "R Counter:                           R\r\n"
+                                         "Charge Pump Gain:              GAIN\r\n"
+                                         "N Counter:                           N");
 }
 
 TEST(PllToggles, show_bits_keeps_the_order_of_the_signal_path) {
     Rig rig;
     rig.AddField("POL", 1);
-    PllPanel& panel = rig.AddPll({.doubler = "D", .num = "NUM", .den = "DEN", .out0 = "O0",
-                                  .out1 = "O1", .prescaler = "NP", .polarity = "POL",
-                                  .gain = "GAIN", .state = "STATE", .oscBit = "OSC"})
+    PllPanel& panel = rig.AddPll({.doubler = "D",
+                                  .num = "NUM",
+                                  .den = "DEN",
+                                  .out0 = "O0",
+                                  .out1 = "O1",
+                                  .prescaler = "NP",
+                                  .polarity = "POL",
+                                  .gain = "GAIN",
+                                  .state = "STATE",
+                                  .oscBit = "OSC"})
                           .panel;
     panel.pllSynthDivLblHigh.Tag = "DIV";
     const std::string text = PLLBitsText(rig.part, 1);

@@ -58,8 +58,8 @@ class Rig {
     cPrgmBits& AddField(const std::string& name, std::int16_t bits = 16, double value = 0) {
         part.Registers.Add(std::make_shared<cRegister>(part, "R_" + name, 0, 0, false),
                            "R_" + name);
-        auto field = std::make_shared<cPrgmBits>(part, name, "R_" + name, std::int16_t{0}, bits,
-                                                 false);
+        auto field =
+            std::make_shared<cPrgmBits>(part, name, "R_" + name, std::int16_t{0}, bits, false);
         part.PrgmBits.Add(field, name);
         Seed(name, value);
         return *field;
@@ -100,8 +100,8 @@ class Rig {
         make(parts.den, 20, 1000);
         make(parts.out0, 8, 1);
         make(parts.out1, 8, 1);
-        cPLL& pll = zentrel::AddPLL(part, parts.name, parts.n, parts.r, parts.doubler,
-                                    part.PLLs.Count());
+        cPLL& pll =
+            zentrel::AddPLL(part, parts.name, parts.n, parts.r, parts.doubler, part.PLLs.Count());
         SetupPLL(part, parts.polarity, parts.gain, parts.state, parts.prescaler, parts.doubler,
                  "OSCin", "INTERNAL", "Fin", "CPout");
         SetupPLLFraction(part, parts.name, parts.num, parts.den);

@@ -27,9 +27,9 @@ struct SpinnerRow {
 
 TEST(Stepping, each_spinner_moves_its_own_field) {
     const SpinnerRow rows[] = {
-        {"spnNCounter", "N", 1, -1, false},      {"spnRCounter", "R", 1, -1, false},
-        {"SpnFpd", "R", -1, 1, false},           {"SpnFractNum", "NUM", 1, -1, true},
-        {"spnFractDen", "DEN", 1, -1, true},     {"SpnOUT0_DIV", "O0", 1, -1, true},
+        {"spnNCounter", "N", 1, -1, false},  {"spnRCounter", "R", 1, -1, false},
+        {"SpnFpd", "R", -1, 1, false},       {"SpnFractNum", "NUM", 1, -1, true},
+        {"spnFractDen", "DEN", 1, -1, true}, {"SpnOUT0_DIV", "O0", 1, -1, true},
         {"SpnOUT1_DIV", "O1", 1, -1, true},
     };
     for (const SpinnerRow& row : rows) {
