@@ -23,7 +23,8 @@ class Program::BetweenPasses : public EventPause {
 };
 
 Program::Program(const std::string& folder)
-    : files_(AppPath(folder)), transport_(part_, hardware_.drivers()),
+    : files_(AppPath(folder)),
+      transport_(part_, DriversFor(ReadBoard(files_) == BoardChoice::kSimulated)),
       pause_(std::make_unique<BetweenPasses>(*this)), frm_(part_, files_, boxes_) {
     Upward upward = part_.upward();
     upward.pause = pause_.get();
@@ -34,13 +35,13 @@ Program::Program(const std::string& folder)
 
 Program::~Program() = default;
 
-void Program::UseBoard(bool simulated) {
-    transport_.Use(simulated ? bench_.drivers() : hardware_.drivers());
+Drivers Program::DriversFor(bool simulated) {
+    return simulated ? bench_.drivers() : hardware_.drivers();
 }
 
 void Program::ConnectSession() {
     Ended = [] { QCoreApplication::quit(); };
-    frm_.links.SetBoard = [this](bool simulated) { UseBoard(simulated); };
+    frm_.links.SetBoard = [this](bool simulated) { transport_.Use(DriversFor(simulated)); };
     frm_.links.OpenWebPage = [](std::string_view url) {
         QDesktopServices::openUrl(QUrl(view::FromModel(url)));
     };
@@ -61,11 +62,8 @@ void Program::MakeWindow() {
 
 void Program::Start() {
     frm_.guard.Run([this] {
-        // Which board it is must be settled before anything asks for one.
-        const bool simulated = ReadBoard(files_) == BoardChoice::kSimulated;
-        UseBoard(simulated);
         frm_.Main();
-        frm_.menu("mnuBoard").Checked = simulated;
+        frm_.menu("mnuBoard").Checked = frm_.SimulatedBoard();
     });
 }
 

@@ -39,7 +39,7 @@ class Program {
   private:
     class BetweenPasses;
 
-    void UseBoard(bool simulated);
+    Drivers DriversFor(bool simulated);
     void ConnectSession();
     void MakeWindow();
 

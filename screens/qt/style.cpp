@@ -244,6 +244,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     switch (hint) {
     case SH_BlinkCursorWhenTextSelected:
     case SH_Menu_Scrollable: return 1;
+    case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ScrollBar_ContextMenu:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText: return 0;

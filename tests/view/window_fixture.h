@@ -24,7 +24,6 @@ class WindowTest : public ::testing::Test {
         program_ = std::make_unique<Program>(folder_.path().toStdString());
         program_->Ended = [this] { ended_ = true; };
         program_->Start();
-        program_->frm().guard.Run([this] { program_->frm().SetBench(true); });
     }
 
     /// Picks a device as the engineer does.
