@@ -106,7 +106,7 @@ class RegistersScreen {
         bool msbFirst = true;
         bool drawn = false;
         std::uint64_t revision = 0;
-        BitWord sent{}; ///< What the device holds as far as we know.
+        BitWord sent; ///< What the device holds as far as we know.
         bool sentKnown = false;
     };
 

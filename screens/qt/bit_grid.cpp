@@ -10,12 +10,12 @@ namespace zentrel::view {
 
 int BitGrid::CellWidth() {
     return QFontMetrics(MonospacedFont()).horizontalAdvance(QLatin1Char('0')) +
-           Metrics::Now().half;
+           Metrics::Now().half + 1;
 }
 
 int BitGrid::Hair() { return Metrics::Now().half; }
 
-int BitGrid::Padding() { return Metrics::Now().half; }
+int BitGrid::Padding() { return Metrics::Now().half + 1; }
 
 int BitGrid::Left(int column) const {
     // Whole groups to the left of the column; with the highest bit first the odd ones lead.

@@ -25,14 +25,16 @@ namespace {
 // The model places in twips. One grid step of ours is 96 of them, so that a column holds names of
 // some twenty letters in any font.
 constexpr int kTwipsPerUnit = 96;
-constexpr int kColumnTwips = 2340;
+constexpr int kFrameTwips = 2300;
 constexpr const char* kFieldProperty = "field";
+constexpr int kFirstColumn = 60;    // Where the model's first column begins in a frame.
 constexpr int kFrameChrome = 1000; // What the model keeps free of the window's height.
 
 int Pixels(int twips) { return twips * Metrics::Now().unit / kTwipsPerUnit; }
 int Twips(int pixels) { return pixels * kTwipsPerUnit / Metrics::Now().unit; }
 
-int ColumnWidth() { return Pixels(kColumnTwips) - Metrics::Now().unit; }
+// A frame is drawn one step narrower than the model has it, so that neighbours stand apart.
+int ColumnWidth() { return Pixels(kFrameTwips) - 3 * Metrics::Now().unit; }
 
 } // namespace
 
@@ -44,6 +46,7 @@ BitsView::BitsView(const Hand& hand, BitsScreen& model, QWidget* parent)
     column->addWidget(page_);
     page_->setWidgetResizable(false);
     page_->setWidget(content_);
+    content_->setAutoFillBackground(false);
 }
 
 BitsSizes BitsView::RealSizes() const {
@@ -52,8 +55,8 @@ BitsSizes BitsView::RealSizes() const {
     BitsSizes sizes;
     sizes.windowHeight = Twips(pageHeight) + kFrameChrome;
     sizes.tabWidth = Twips(width());
-    sizes.checkBoxHeight = sizes.pinHeight = Twips(m.rowHeight - m.half);
-    sizes.labelHeight = Twips(m.textHeight);
+    sizes.checkBoxHeight = sizes.pinHeight = Twips(m.rowHeight);
+    sizes.labelHeight = Twips(m.textHeight + m.half);
     sizes.boxHeight = sizes.listHeight = Twips(m.boxHeight);
     sizes.listWidth = Twips(ColumnWidth());
     sizes.spinnerWidth = Twips(m.unit * 2);
@@ -97,7 +100,8 @@ void BitsView::Rebuild() {
     lists_.clear();
     for (int k = 0; k < model_.FrameCount(); ++k) {
         const auto index = static_cast<std::size_t>(k);
-        frames_.push_back(new GroupFrame({model_.fraPrgmBits, index}, content_));
+        frames_.push_back(new GroupFrame({model_.fraPrgmBits, index}, content_,
+                                         GroupFrame::Padding::Tight));
         frames_.back()->setObjectName(IndexedName("fraPrgmBits", index));
     }
     for (const BitsScreen::Item& item : model_.Items()) {
@@ -109,7 +113,7 @@ void BitsView::Rebuild() {
         case BitsFlow::Kind::List: AddList(index, frame); break;
         }
     }
-    pinsFrame_ = new GroupFrame(model_.fraPrgmPins, content_);
+    pinsFrame_ = new GroupFrame(model_.fraPrgmPins, content_, GroupFrame::Padding::Tight);
     pinsFrame_->setObjectName(QStringLiteral("fraPrgmPins"));
     for (int i = 0; i < model_.PinCount(); ++i) {
         const auto index = static_cast<std::size_t>(i);
@@ -185,34 +189,42 @@ bool BitsView::eventFilter(QObject* watched, QEvent* event) {
 
 void BitsView::Place() {
     const Metrics& m = Metrics::Now();
-    const int inset = m.half; // The model's left edge of a column is closer than our padding.
     const int width = ColumnWidth();
     const auto at = [&](const Element& e) {
-        return QPoint(Pixels(e.Left) + inset, Pixels(e.Top) + m.half);
+        return QPoint(Pixels(e.Left) + m.unit - Pixels(kFirstColumn), Pixels(e.Top));
     };
     for (const Bit& bit : bits_) {
         const QPoint p = at(model_.chkPrgmBit[bit.index]);
-        bit.box->setGeometry(p.x(), p.y() - m.half / 2, width, m.rowHeight);
+        bit.box->setGeometry(p.x(), p.y(), width, m.rowHeight);
     }
     for (const Counter& c : counters_) {
         const QPoint box = at(model_.txtCntrVal[c.index]);
-        c.label->setGeometry(box.x(), at(model_.lblCntr[c.index]).y(), width, m.textHeight);
+        c.label->setGeometry(box.x(), at(model_.lblCntr[c.index]).y() + m.half, width,
+                             m.textHeight);
         c.box->setGeometry(box.x(), box.y(), width, m.boxHeight);
     }
     for (const List& l : lists_) {
         const QPoint box = at(model_.cmbBits[l.index]);
-        l.label->setGeometry(box.x(), at(model_.lblCmbBits[l.index]).y(), width, m.textHeight);
+        l.label->setGeometry(box.x(), at(model_.lblCmbBits[l.index]).y() + m.half, width,
+                             m.textHeight);
         l.list->setGeometry(box.x(), box.y(), width, m.boxHeight);
     }
+    const int rise = Rise();
     for (std::size_t k = 0; k < frames_.size(); ++k) {
         const Frame& f = model_.fraPrgmBits[k];
-        frames_[k]->setGeometry(Pixels(f.Left) + m.unit, Pixels(f.Top) + m.unit,
-                                Pixels(f.Width) + m.half, Pixels(f.Height) + m.half);
+        frames_[k]->setGeometry(Pixels(f.Left), Pixels(f.Top) - rise, Pixels(f.Width) - m.unit,
+                                Pixels(f.Height) + m.half);
     }
     PlacePins();
     FitContent();
     for (QObject* child : content_->children())
         if (auto* frame = dynamic_cast<GroupFrame*>(child)) frame->Sync();
+}
+
+// The design leaves more room above the frames than a page needs.
+int BitsView::Rise() const {
+    const int top = frames_.empty() ? model_.fraPrgmPins.Top : model_.fraPrgmBits[0].Top;
+    return Pixels(top) - Metrics::Now().Units(2);
 }
 
 void BitsView::PlacePins() {
@@ -222,12 +234,11 @@ void BitsView::PlacePins() {
     int bottom = 0;
     for (const Bit& pin : pins_) {
         const Element& e = model_.chkPrgmPin[pin.index];
-        const int top = Pixels(e.Top) + m.half;
-        pin.box->setGeometry(Pixels(60) + m.half, top - m.half / 2, width, m.rowHeight);
+        const int top = Pixels(e.Top);
+        pin.box->setGeometry(m.unit, top, width, m.rowHeight);
         bottom = top + m.rowHeight;
     }
-    pinsFrame_->setGeometry(Pixels(f.Left) + m.unit, Pixels(f.Top) + m.unit,
-                            std::max(Pixels(f.Width), width + 2 * m.unit),
+    pinsFrame_->setGeometry(Pixels(f.Left), Pixels(f.Top) - Rise(), width + 2 * m.unit,
                             std::max(Pixels(f.Height), bottom) + m.half);
 }
 

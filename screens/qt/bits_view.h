@@ -57,6 +57,7 @@ class BitsView : public ScreenView {
     void TellOnHover(QWidget* widget, const std::string& field);
     void Place();
     void PlacePins();
+    int Rise() const;
     void FitContent();
     BitsSizes RealSizes() const;
 
@@ -70,8 +71,6 @@ class BitsView : public ScreenView {
     std::vector<Counter> counters_;
     std::vector<List> lists_;
     std::uint64_t layout_ = ~0ULL;
-    std::size_t itemsBuilt_ = 0;
-    int pinsBuilt_ = -1, framesBuilt_ = -1;
 };
 
 } // namespace zentrel::view

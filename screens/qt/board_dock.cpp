@@ -67,8 +67,6 @@ int LatchedWordModel::columnCount(const QModelIndex& parent) const {
 
 QVariant LatchedWordModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::FontRole && index.column() == kWord) return MonospacedFont();
-    if (role == Qt::TextAlignmentRole && index.column() == kWord)
-        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     if (role == Qt::ForegroundRole && index.column() == kTime) return Theme::Now().muted;
     if (role != Qt::DisplayRole) return {};
     const auto& history = board_.history();
@@ -90,8 +88,7 @@ QString LatchedWordModel::TextOf(const LatchedWord& word, int column) const {
 QVariant LatchedWordModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue((section == kWord ? Qt::AlignRight : Qt::AlignLeft) |
-                                   Qt::AlignVCenter);
+        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
     if (role == Qt::DisplayRole) return QString::fromLatin1(kTitles[section]);
     return {};
 }
@@ -116,13 +113,13 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
     columns->setHighlightSections(false);
     columns->setStretchLastSection(true);
     const QFontMetrics text(font());
-    const int gap = Metrics::Now().Units(2);
+    const int gap = Metrics::Now().Units(4);
     table_->setColumnWidth(LatchedWordModel::kTime,
                            text.horizontalAdvance(QStringLiteral("00:00:00.000")) + gap);
     table_->setColumnWidth(LatchedWordModel::kRoute,
                            text.horizontalAdvance(QStringLiteral("Route")) + gap);
     table_->setColumnWidth(LatchedWordModel::kRegister,
-                           text.horizontalAdvance(QStringLiteral("Register0")) + gap);
+                           text.horizontalAdvance(QStringLiteral("Register name")) + gap);
     table_->setMinimumWidth(Metrics::Now().Units(24));
     setWidget(table_);
 }

@@ -22,14 +22,14 @@ namespace {
 constexpr double kPitch = 2.5;
 constexpr double kHeaderLeft = 3.0;   // centre of the odd pins
 constexpr double kHeaderRight = 7.0;  // centre of the even pins
-constexpr double kFirstLane = 6.0;    // lane of header pin 1
-constexpr double kDbLeft = 30.0;      // centre of the pins 1 to 13
-constexpr double kDbRight = 33.5;     // centre of the pins 14 to 25
+constexpr double kFirstLane = 9.0;    // lane of header pin 1
+constexpr double kDbLeft = 32.0;      // centre of the pins 1 to 13
+constexpr double kDbRight = 35.5;     // centre of the pins 14 to 25
 constexpr double kDbTop = kFirstLane - kPitch; // DB-25 pin 1, so that pin 2 faces lane 1
 constexpr double kDbBottom = kDbTop + 12 * kPitch;
 constexpr double kChannel = 12.0; // the first vertical track between the two
 constexpr double kTrack = 1.5;
-constexpr double kWidth = 48.0;
+constexpr double kWidth = 50.0;
 constexpr double kLegendTop = kDbBottom + 14.5;
 constexpr double kLegendRow = 2.75;
 constexpr int kFirstRoundabout = 9; // header pins from here on reach the connector from behind
@@ -71,9 +71,7 @@ CableDrawing::CableDrawing(const PortScreen& model, QWidget* parent)
 }
 
 QSize CableDrawing::sizeHint() const {
-    return P(kWidth, kLegendTop + 4 * kLegendRow).toPoint().isNull()
-               ? QSize()
-               : QSize(static_cast<int>(U(kWidth)), static_cast<int>(U(kLegendTop + 4 * kLegendRow)));
+    return {static_cast<int>(U(kWidth)), static_cast<int>(U(kLegendTop + 4 * kLegendRow))};
 }
 
 std::vector<Color> CableDrawing::State() const {
@@ -161,9 +159,9 @@ void CableDrawing::PaintHeader(QPainter& painter) const {
     PaintBox(painter, body, theme.block, theme.line);
     painter.setPen(theme.muted);
     painter.setFont(UiFont());
-    painter.drawText(QRectF(P(0, 0), P(24, 2.25)), Qt::AlignLeft | Qt::AlignVCenter,
+    painter.drawText(QRectF(P(1, 0), P(27, 2.25)), Qt::AlignLeft | Qt::AlignVCenter,
                      tr("10/14 Pin Connector ( Top View )"));
-    painter.drawText(QRectF(P(kHeaderLeft - 2, 2.75), P(kHeaderRight + 3, 5)),
+    painter.drawText(QRectF(P(kHeaderLeft - 2, kFirstLane - 3.25), P(kHeaderRight + 3, kFirstLane - 1)),
                      Qt::AlignLeft | Qt::AlignVCenter, tr("Pin 1"));
     for (int pin = 1; pin <= PortScreen::kHeaderPins; ++pin)
         PaintPin(painter, HeaderPin(pin), model_.Pinheader[At(pin)], pin, false);
@@ -182,7 +180,7 @@ void CableDrawing::PaintConnector(QPainter& painter) const {
     painter.setBrush(theme.block);
     painter.drawPath(shell);
     painter.setPen(theme.muted);
-    painter.drawText(QRectF(P(kDbLeft - 5, 0), P(kWidth, 2.25)) .translated(0, -U(0.25)),
+    painter.drawText(QRectF(P(kDbLeft - 4, 0), P(kWidth, 2.25)),
                      Qt::AlignLeft | Qt::AlignVCenter, FromModel(model_.DBlabel.Caption));
 }
 

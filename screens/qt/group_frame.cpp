@@ -9,20 +9,19 @@
 
 namespace zentrel::view {
 
-GroupFrame::GroupFrame(ElementRef<Frame> element, QWidget* parent)
-    : QWidget(parent), element_(element) {
-    setContentsMargins(ContentMargins());
-}
+GroupFrame::GroupFrame(ElementRef<Frame> element, QWidget* parent, Padding padding)
+    : QWidget(parent), element_(element),
+      inset_(padding == Padding::Roomy ? Metrics::Now().unit : 0) {}
 
-GroupFrame::GroupFrame(const QString& title, QWidget* parent) : QWidget(parent), title_(title) {
-    setContentsMargins(ContentMargins());
+GroupFrame::GroupFrame(const QString& title, QWidget* parent)
+    : QWidget(parent), title_(title), inset_(Metrics::Now().unit) {
     setAccessibleName(title);
 }
 
 QMargins GroupFrame::ContentMargins() const {
     const Metrics& m = Metrics::Now();
-    const int side = m.unit + m.half;
-    return {side, m.unit + m.textHeight + m.half, side, m.unit};
+    const int side = m.Units(2);
+    return {side, m.Units(2) + m.textHeight, side, m.unit + m.half};
 }
 
 void GroupFrame::Sync() {
@@ -44,7 +43,7 @@ void GroupFrame::paintEvent(QPaintEvent*) {
     PaintBox(painter, rect(), Qt::transparent, theme.line);
     painter.setPen(isEnabled() ? theme.muted : theme.disabled);
     painter.setFont(UiFont(0, true));
-    const QRect title(m.unit + m.half, m.unit - m.half / 2, width() - 3 * m.unit, m.textHeight);
+    const QRect title(m.unit + inset_, m.half + inset_ / 2, width() - 2 * m.unit - inset_, m.textHeight);
     painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(title_, Qt::ElideRight, title.width()));
 }

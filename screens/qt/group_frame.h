@@ -11,7 +11,9 @@ namespace zentrel::view {
 /// A group: a card with its name above what it holds. The name comes from the element, or stands.
 class GroupFrame : public QWidget {
   public:
-    GroupFrame(ElementRef<Frame> element, QWidget* parent);
+    enum class Padding { Roomy, Tight };
+
+    GroupFrame(ElementRef<Frame> element, QWidget* parent, Padding padding = Padding::Roomy);
     GroupFrame(const QString& title, QWidget* parent);
 
     void Sync();
@@ -26,6 +28,7 @@ class GroupFrame : public QWidget {
     ElementRef<Frame> element_;
     std::string caption_;
     QString title_;
+    int inset_;
 };
 
 } // namespace zentrel::view

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLayout>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
@@ -38,10 +39,10 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     setCentralWidget(tabs_);
     status_ = new StatusBarView(models_.status, this);
     statusBar()->setSizeGripEnabled(false);
-    statusBar()->setContentsMargins(0, 0, 0, 0);
     statusBar()->addWidget(status_, 1);
+    statusBar()->layout()->setContentsMargins(0, 0, 0, 0);
     dock_ = new BoardDock(hand_, models_.menu, models_.board, this);
-    addDockWidget(Qt::RightDockWidgetArea, dock_);
+    addDockWidget(Qt::BottomDockWidgetArea, dock_);
     about_ = std::make_unique<AboutView>(hand_, models_.about, this);
     errors_ = std::make_unique<ErrorListView>(hand_, models_.errors, this);
     for (TickingTimer* timer : {&models_.timers.tmrAutoReload, &models_.timers.tmrStartBurst,
@@ -57,7 +58,7 @@ void MainWindow::PlaceOnScreen() {
     if (const QScreen* screen = QApplication::primaryScreen())
         size = size.boundedTo(screen->availableSize() * 0.95);
     resize(size.expandedTo(kSmallest));
-    resizeDocks({dock_}, {Metrics::Now().Units(41)}, Qt::Horizontal);
+    resizeDocks({dock_}, {Metrics::Now().Units(20)}, Qt::Vertical);
 }
 
 ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {

@@ -15,7 +15,7 @@ Metrics Measure(const QFont& font) {
     const QFontMetrics text(font);
     Metrics m{};
     m.textHeight = text.height();
-    m.unit = std::max(6, (m.textHeight + 1) / 2);
+    m.unit = std::max(6, (m.textHeight * 11 + 10) / 20);
     m.half = m.unit / 2;
     m.boxHeight = m.textHeight + m.unit + m.half / 2;
     m.rowHeight = m.textHeight + m.unit;

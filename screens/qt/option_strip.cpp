@@ -28,7 +28,7 @@ int OptionStrip::NameWidth() { return Metrics::Now().Units(12); }
 
 int OptionStrip::ColumnWidth() {
     return QFontMetrics(UiFont()).horizontalAdvance(QStringLiteral("S7*")) +
-           Metrics::Now().textHeight + Metrics::Now().unit * 2;
+           Metrics::Now().textHeight + Metrics::Now().unit + Metrics::Now().half;
 }
 
 QSize OptionStrip::sizeHint() const {

@@ -19,6 +19,13 @@ namespace zentrel::view {
 
 namespace {
 constexpr Qt::Alignment kLeft = Qt::AlignLeft | Qt::AlignVCenter;
+
+/// The cards with the choices are as wide as a row of pin options.
+int ChoicesWidth() {
+    return OptionStrip::NameWidth() + PortScreen::kPinOptions * OptionStrip::ColumnWidth() +
+           Metrics::Now().Units(4);
+}
+
 }
 
 PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
@@ -31,20 +38,24 @@ PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     halves_ = new QHBoxLayout(content_);
     halves_->setContentsMargins(m.Units(2), m.Units(2), m.Units(2), m.Units(2));
     halves_->setSpacing(m.Units(2));
-    auto* left = new QVBoxLayout;
+    auto* choices = new QWidget(content_);
+    choices->setFixedWidth(ChoicesWidth());
+    auto* left = new QVBoxLayout(choices);
+    left->setContentsMargins(0, 0, 0, 0);
     left->setSpacing(m.Units(2));
-    top_ = new QHBoxLayout;
-    top_->setSpacing(m.Units(2));
-    top_->addWidget(MakeModes());
-    top_->addWidget(MakeAddress(), 1);
-    left->addLayout(top_);
+    auto* top = new QHBoxLayout;
+    top->setSpacing(m.Units(2));
+    top->addWidget(MakeModes());
+    top->addWidget(MakeAddress(), 1);
+    left->addLayout(top);
     left->addWidget(MakeLines());
     left->addWidget(MakePins());
     left->addStretch();
-    halves_->addLayout(left);
+    halves_->addWidget(choices, 0, Qt::AlignTop);
     halves_->addWidget(MakeDrawing(), 0, Qt::AlignTop);
     halves_->addStretch();
     page_->setWidget(content_);
+    content_->setAutoFillBackground(false);
 }
 
 QWidget* PortView::MakeModes() {
@@ -63,7 +74,7 @@ QWidget* PortView::MakeModes() {
         column->addWidget(mark);
     }
     column->addStretch();
-    frame->setMinimumWidth(Metrics::Now().Units(22));
+    frame->setMinimumWidth(Metrics::Now().Units(25));
     return frame;
 }
 
@@ -163,7 +174,7 @@ QWidget* PortView::MakeDrawing() {
     auto* column = new QVBoxLayout(frame);
     column->setContentsMargins(frame->ContentMargins());
     drawing_ = new CableDrawing(model_, frame);
-    column->addWidget(drawing_);
+    column->addWidget(drawing_, 0, Qt::AlignLeft);
     return frame;
 }
 
@@ -207,14 +218,11 @@ void PortView::Sync() {
 void PortView::Arrange() {
     // Side by side where there is room, else one below the other.
     const Metrics& m = Metrics::Now();
-    const int strips = OptionStrip::NameWidth() + 12 * OptionStrip::ColumnWidth() + m.Units(3);
-    const int drawing = drawing_->sizeHint().width() + m.Units(3);
-    const bool wide = width() >= strips + drawing + m.Units(8);
+    const int drawing = drawing_->sizeHint().width() + m.Units(4);
+    const bool wide = width() >= ChoicesWidth() + drawing + m.Units(8);
     const auto direction = wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
     if (halves_->direction() != direction) halves_->setDirection(direction);
-    const auto upper = width() >= strips + m.Units(4) ? QBoxLayout::LeftToRight
-                                                      : QBoxLayout::TopToBottom;
-    if (top_->direction() != upper) top_->setDirection(upper);
+    drawing_->parentWidget()->setFixedWidth(wide ? drawing : ChoicesWidth());
 }
 
 void PortView::resizeEvent(QResizeEvent* event) {

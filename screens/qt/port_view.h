@@ -48,7 +48,6 @@ class PortView : public ScreenView {
     ScrollPage* page_;
     QWidget* content_;
     QBoxLayout* halves_;
-    QBoxLayout* top_;
     std::vector<GroupFrame*> frames_;
     std::vector<OptionMark*> marks_;
     std::vector<OptionStrip*> lines_, pins_;

@@ -25,7 +25,6 @@ namespace zentrel::view {
 namespace {
 
 constexpr Qt::Alignment kLeft = Qt::AlignLeft | Qt::AlignVCenter;
-constexpr Qt::Alignment kRight = Qt::AlignRight | Qt::AlignVCenter;
 constexpr int kWidestName = 24; // digits, before a name elides
 
 int WidestText(const ElementArray<Label>& labels, const QFont& font, int rows) {
@@ -36,7 +35,7 @@ int WidestText(const ElementArray<Label>& labels, const QFont& font, int rows) {
     return widest;
 }
 
-int Step() { return Metrics::Now().boxHeight + Metrics::Now().half; }
+int Step() { return Metrics::Now().boxHeight + Metrics::Now().unit; }
 
 } // namespace
 
@@ -59,6 +58,7 @@ RegistersView::RegistersView(const Hand& hand, RegistersScreen& model, QWidget* 
     page_->setWidgetResizable(false);
     content_ = new QWidget;
     page_->setWidget(content_);
+    content_->setAutoFillBackground(false);
     readback_ = new ReadbackBar(hand, model, this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -125,7 +125,7 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.load->setObjectName(IndexedName("cmdLoadReg", i));
     r.name2 = new CaptionLabel({model.lblRegName2, i}, CaptionLabel::Tone::Muted, kLeft, content_);
     r.name2->setObjectName(IndexedName("lblRegName2", i));
-    r.hex = new CaptionLabel({model.lblHexRegValue, i}, CaptionLabel::Tone::Bits, kRight, content_);
+    r.hex = new CaptionLabel({model.lblHexRegValue, i}, CaptionLabel::Tone::Bits, kLeft, content_);
     r.hex->setObjectName(IndexedName("lblHexRegValue", i));
     r.read = new PushButton(hand_, {model.cmdReadback, i},
                             [&model, row] { model.ClickRead(row); }, content_);
@@ -141,9 +141,9 @@ RegistersView::Columns RegistersView::Measure() const {
     const int names = std::min(WidestText(model_.lblRegName, UiFont(0, true), rows),
                                m.DigitsWidth(kWidestName));
     c.nameWidth = std::max(names + m.unit, order_->sizeHint().width());
-    c.bitsLeft = c.nameLeft + c.nameWidth + m.unit;
+    c.bitsLeft = c.nameLeft + c.nameWidth + m.Units(2);
     c.bitsWidth = grid_.Width();
-    c.loadLeft = c.bitsLeft + c.bitsWidth + m.unit;
+    c.loadLeft = c.bitsLeft + c.bitsWidth + m.Units(2);
     c.loadWidth = m.Units(7);
     c.name2Left = c.loadLeft + c.loadWidth + m.Units(2);
     c.name2Width = std::min(WidestText(model_.lblRegName2, UiFont(), rows) + 2,
@@ -161,7 +161,7 @@ RegistersView::Columns RegistersView::Measure() const {
 
 void RegistersView::Place() {
     const int ruler = ruler_->sizeHint().height() + Metrics::Now().unit;
-    int top = Metrics::Now().half;
+    int top = Metrics::Now().unit;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         if (secondRuler_ && i == RegistersScreen::kSecondRulerRow) {
             secondRuler_->setGeometry(columns_.bitsLeft, top + Metrics::Now().half,
