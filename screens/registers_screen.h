@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -106,8 +107,7 @@ class RegistersScreen {
         bool msbFirst = true;
         bool drawn = false;
         std::uint64_t revision = 0;
-        BitWord sent; ///< What the device holds as far as we know.
-        bool sentKnown = false;
+        std::optional<BitWord> loaded; ///< The word as the row first showed it.
     };
 
     cRegister& RegisterOf(int row) const;

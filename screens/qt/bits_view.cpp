@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "screens/bits_screen.h"
+#include "screens/qt/brick.h"
 #include "screens/qt/captions.h"
 #include "screens/qt/drop_list.h"
 #include "screens/qt/entry_box.h"
@@ -27,14 +28,14 @@ namespace {
 constexpr int kTwipsPerUnit = 96;
 constexpr int kFrameTwips = 2300;
 constexpr const char* kFieldProperty = "field";
+constexpr int kGapTwips = 240;      // Between two columns of frames.
 constexpr int kFirstColumn = 60;    // Where the model's first column begins in a frame.
 constexpr int kFrameChrome = 1000; // What the model keeps free of the window's height.
 
 int Pixels(int twips) { return twips * Metrics::Now().unit / kTwipsPerUnit; }
 int Twips(int pixels) { return pixels * kTwipsPerUnit / Metrics::Now().unit; }
 
-// A frame is drawn one step narrower than the model has it, so that neighbours stand apart.
-int ColumnWidth() { return Pixels(kFrameTwips) - 3 * Metrics::Now().unit; }
+int ColumnWidth() { return Pixels(kFrameTwips) - 2 * Metrics::Now().unit; }
 
 } // namespace
 
@@ -91,8 +92,8 @@ void BitsView::Sync() {
 }
 
 void BitsView::Rebuild() {
-    if (content_->isAncestorOf(QApplication::focusWidget())) setFocus();
-    qDeleteAll(content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+    if (content_->isAncestorOf(window()->focusWidget())) setFocus();
+    DiscardChildren(*content_);
     frames_.clear();
     bits_.clear();
     pins_.clear();
@@ -212,8 +213,8 @@ void BitsView::Place() {
     const int rise = Rise();
     for (std::size_t k = 0; k < frames_.size(); ++k) {
         const Frame& f = model_.fraPrgmBits[k];
-        frames_[k]->setGeometry(Pixels(f.Left), Pixels(f.Top) - rise, Pixels(f.Width) - m.unit,
-                                Pixels(f.Height) + m.half);
+        frames_[k]->setGeometry(Pixels(f.Left), Pixels(f.Top) - rise, Pixels(f.Width),
+                                Pixels(f.Height));
     }
     PlacePins();
     FitContent();
@@ -231,6 +232,9 @@ void BitsView::PlacePins() {
     const Metrics& m = Metrics::Now();
     const Frame& f = model_.fraPrgmPins;
     const int width = ColumnWidth();
+    int left = Pixels(f.Left);
+    if (!frames_.empty())
+        left = std::max(left, frames_.back()->geometry().right() + Pixels(kGapTwips));
     int bottom = 0;
     for (const Bit& pin : pins_) {
         const Element& e = model_.chkPrgmPin[pin.index];
@@ -238,8 +242,7 @@ void BitsView::PlacePins() {
         pin.box->setGeometry(m.unit, top, width, m.rowHeight);
         bottom = top + m.rowHeight;
     }
-    pinsFrame_->setGeometry(Pixels(f.Left), Pixels(f.Top) - Rise(), width + 2 * m.unit,
-                            std::max(Pixels(f.Height), bottom) + m.half);
+    pinsFrame_->setGeometry(left, Pixels(f.Top) - Rise(), width + 2 * m.unit, bottom + m.half);
 }
 
 void BitsView::FitContent() {

@@ -21,4 +21,16 @@ inline void SyncTip(QWidget& widget, const QString& tip) {
     if (widget.toolTip() != tip) widget.setToolTip(tip);
 }
 
+/// Takes a widget away at once, and destroys it when no event of its own is under way any more: the
+/// action that removes a widget may have come from it.
+inline void Discard(QWidget* widget) {
+    widget->hide();
+    widget->setParent(nullptr);
+    widget->deleteLater();
+}
+
+inline void DiscardChildren(const QWidget& parent) {
+    for (QWidget* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) Discard(child);
+}
+
 } // namespace zentrel::view

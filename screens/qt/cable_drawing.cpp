@@ -19,7 +19,7 @@ namespace {
 
 // Places in grid steps. One lane for each header pin, and the same pitch on the connector, so that
 // most wires run straight.
-constexpr double kPitch = 2.5;
+constexpr double kPitch = 2.25;
 constexpr double kHeaderLeft = 3.0;   // centre of the odd pins
 constexpr double kHeaderRight = 7.0;  // centre of the even pins
 constexpr double kFirstLane = 9.0;    // lane of header pin 1
@@ -30,7 +30,7 @@ constexpr double kDbBottom = kDbTop + 12 * kPitch;
 constexpr double kChannel = 12.0; // the first vertical track between the two
 constexpr double kTrack = 1.5;
 constexpr double kWidth = 50.0;
-constexpr double kLegendTop = kDbBottom + 14.5;
+constexpr double kLegendTop = kDbBottom + 13.0;
 constexpr double kLegendRow = 2.75;
 constexpr int kFirstRoundabout = 9; // header pins from here on reach the connector from behind
 

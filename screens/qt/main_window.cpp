@@ -26,7 +26,7 @@ namespace zentrel::view {
 
 namespace {
 constexpr QSize kSmallest(641, 427);
-constexpr QSize kUsual(1264, 760);
+constexpr QSize kUsual(1264, 800);
 } // namespace
 
 MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(models.events) {

@@ -14,6 +14,11 @@ MenuView::MenuView(const Hand& hand, MenuModel& model, QMenuBar& bar)
 }
 
 void MenuView::Build() {
+    // The entry that asked for this may be one of those that go.
+    for (QMenu* old : bar_.findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) {
+        old->setParent(nullptr);
+        old->deleteLater();
+    }
     bar_.clear();
     shown_.clear();
     layout_ = model_.layout();

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "screens/port_screen.h"
+#include "screens/qt/brick.h"
 #include "screens/qt/cable_drawing.h"
 #include "screens/qt/captions.h"
 #include "screens/qt/entry_box.h"
@@ -179,8 +180,8 @@ QWidget* PortView::MakeDrawing() {
 }
 
 void PortView::RebuildPins() {
-    if (pinsFrame_->isAncestorOf(QApplication::focusWidget())) setFocus();
-    qDeleteAll(pins_);
+    if (pinsFrame_->isAncestorOf(window()->focusWidget())) setFocus();
+    for (OptionStrip* strip : pins_) Discard(strip);
     pins_.clear();
     for (int k = 0; k < model_.PinRows(); ++k) {
         const auto row = static_cast<std::size_t>(k);

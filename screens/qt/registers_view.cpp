@@ -12,6 +12,7 @@
 
 #include "screens/qt/bit_row.h"
 #include "screens/qt/bit_ruler.h"
+#include "screens/qt/brick.h"
 #include "screens/qt/captions.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
@@ -88,10 +89,9 @@ BitGrid RegistersView::Grid() const {
 
 void RegistersView::Rebuild() {
     const Hand::Busy busy(hand_);
-    // Children go away while the page is hidden, so that the focus isn't handed round among them.
-    const bool hadFocus = content_->isAncestorOf(QApplication::focusWidget());
-    if (hadFocus) setFocus();
-    qDeleteAll(content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+    // The focus isn't handed round among those that go.
+    if (content_->isAncestorOf(window()->focusWidget())) setFocus();
+    DiscardChildren(*content_);
     rows_.clear();
     secondRuler_ = nullptr;
     caretRow_ = -1;
@@ -256,7 +256,7 @@ void RegistersView::FollowCaret() {
     caretColumn_ = column;
     if (row < 0 || row >= static_cast<int>(rows_.size())) return;
     BitRow* bits = rows_[static_cast<std::size_t>(row)].bits;
-    QWidget* focus = QApplication::focusWidget();
+    QWidget* focus = window()->focusWidget();
     if (otherRow && focus && content_->isAncestorOf(focus) && dynamic_cast<BitRow*>(focus))
         bits->setFocus(Qt::OtherFocusReason);
     const QRect cell = bits->CaretCell().translated(bits->pos());

@@ -195,6 +195,12 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option))
             return PaintTabLabel(*tab, *painter);
         break;
+    case CE_HeaderSection:
+        painter->fillRect(option->rect, Theme::Now().window);
+        painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+                          Theme::Now().line);
+        return;
+    case CE_HeaderEmptyArea: painter->fillRect(option->rect, Theme::Now().window); return;
     case CE_ComboBoxLabel:
         if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option))
             return PaintComboLabel(*combo, *painter);
@@ -227,6 +233,9 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_RadioButtonLabelSpacing: return m.unit - 1;
     case PM_ScrollBarExtent: return m.unit + m.half + 1;
     case PM_DefaultFrameWidth: return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
+    case PM_HeaderMargin: return m.unit;
+    case PM_FocusFrameHMargin: return m.unit - 1;
+    case PM_DockWidgetTitleMargin: return m.half;
     case PM_TabBarTabHSpace: return m.Units(4);
     case PM_TabBarTabVSpace: return m.Units(2);
     case PM_TabBarBaseHeight:

@@ -72,7 +72,7 @@ void TabStripView::SyncTabs() {
         layout_ = model_.layout();
         // Tabs of another device may bear the same numbers: their pages are made anew.
         while (static_cast<int>(pages_.size()) > kFixedTabs) {
-            delete pages_.back();
+            if (pages_.back()) Discard(pages_.back());
             pages_.pop_back();
         }
         while (bar_->count() > model_.TabCount()) bar_->removeTab(bar_->count() - 1);

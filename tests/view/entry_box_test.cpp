@@ -31,6 +31,7 @@ class EntryBoxTest : public ::testing::Test, private Events {
         }
         window_.show();
         window_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
         box_[0]->setFocus(Qt::TabFocusReason);
         box_[0]->selectAll();
     }

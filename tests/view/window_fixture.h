@@ -24,6 +24,8 @@ class WindowTest : public ::testing::Test {
         program_ = std::make_unique<Program>(folder_.path().toStdString());
         program_->Ended = [this] { ended_ = true; };
         program_->Start();
+        program_->window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&program_->window()));
     }
 
     /// Picks a device as the engineer does.
