@@ -51,10 +51,10 @@ void Program::ConnectSession() {
 }
 
 void Program::MakeWindow() {
-    window_ = std::make_unique<view::MainWindow>(view::WindowModels{
-        frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
-        frm_.bits, frm_.port, frm_.frmErrorList, frm_.frmAbout, bench_.board, frm_.Caption,
-        frm_.Visible, [this] { frm_.Unload(); }});
+    window_ = std::make_unique<view::MainWindow>(
+        view::WindowModels{frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers,
+                           frm_.registers, frm_.bits, frm_.port, frm_.frmErrorList, frm_.frmAbout,
+                           bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
     boxes_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
     frm_.guard.AfterEvent = [this] { window_->Sync(); };

@@ -16,8 +16,7 @@ std::string RegistersScreen::UnsentBits(int row) {
     std::string marks(static_cast<std::size_t>(digits), '0');
     for (int column = 0; column < digits; ++column) {
         const int bit = msbFirst_ ? digits - 1 - column : column;
-        if (known.Test(bit) != reg.word().Test(bit))
-            marks[static_cast<std::size_t>(column)] = '1';
+        if (known.Test(bit) != reg.word().Test(bit)) marks[static_cast<std::size_t>(column)] = '1';
     }
     return marks;
 }

@@ -52,9 +52,11 @@ void AboutView::Build() {
     history_->hide();
     column->addWidget(history_, 1);
     auto* row = new QHBoxLayout;
-    version_ = new PushButton(hand_, model_.Command1, [this] { model_.ClickVersionInfo(); }, this);
+    version_ = new PushButton(
+        hand_, model_.Command1, [this] { model_.ClickVersionInfo(); }, this);
     version_->setObjectName(QStringLiteral("Command1"));
-    ok_ = new PushButton(hand_, model_.OkayButton, [this] { model_.Close(); }, this);
+    ok_ = new PushButton(
+        hand_, model_.OkayButton, [this] { model_.Close(); }, this);
     ok_->setObjectName(QStringLiteral("OkayButton"));
     ok_->installEventFilter(this);
     row->addWidget(version_);
@@ -72,7 +74,8 @@ void AboutView::Sync() {
     if (!ok_) Build();
     const Hand::Busy busy(hand_);
     setWindowTitle(FromModel(model_.Caption));
-    for (CaptionLabel* label : labels_) label->Sync();
+    for (CaptionLabel* label : labels_)
+        label->Sync();
     version_->Sync();
     ok_->Sync();
     const bool enlarged = model_.Height > AboutDialog::kHeight;

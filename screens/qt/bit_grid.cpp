@@ -13,9 +13,13 @@ int BitGrid::CellWidth() {
            Metrics::Now().half + 1;
 }
 
-int BitGrid::Hair() { return Metrics::Now().half; }
+int BitGrid::Hair() {
+    return Metrics::Now().half;
+}
 
-int BitGrid::Padding() { return Metrics::Now().half + 1; }
+int BitGrid::Padding() {
+    return Metrics::Now().half + 1;
+}
 
 int BitGrid::Left(int column) const {
     // Whole groups to the left of the column; with the highest bit first the odd ones lead.
@@ -25,8 +29,10 @@ int BitGrid::Left(int column) const {
 
 int BitGrid::ColumnAt(int x) const {
     int column = std::clamp(x / (CellWidth() + 1), 0, std::max(bits - 1, 0));
-    while (column + 1 < bits && Left(column + 1) <= x) ++column;
-    while (column > 0 && Left(column) > x) --column;
+    while (column + 1 < bits && Left(column + 1) <= x)
+        ++column;
+    while (column > 0 && Left(column) > x)
+        --column;
     return column;
 }
 

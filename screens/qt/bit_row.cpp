@@ -34,13 +34,17 @@ void BitRow::Sync(const BitGrid& grid, const std::string& changed) {
     update();
 }
 
-QSize BitRow::sizeHint() const { return {grid_.Width(), Metrics::Now().boxHeight}; }
+QSize BitRow::sizeHint() const {
+    return {grid_.Width(), Metrics::Now().boxHeight};
+}
 
 QRect BitRow::Cell(int column) const {
     return {grid_.Left(column), 0, BitGrid::CellWidth(), height()};
 }
 
-QRect BitRow::CaretCell() const { return Cell(CaretColumn()); }
+QRect BitRow::CaretCell() const {
+    return Cell(CaretColumn());
+}
 
 void BitRow::PutCaret(int position, int length) {
     TextBox* box = element_.get();
@@ -71,13 +75,19 @@ bool BitRow::event(QEvent* event) {
 void BitRow::keyPressEvent(QKeyEvent* event) {
     const auto arrow = [&](Arrow which) { hand_.Do([&] { actions_.arrow(which); }); };
     switch (event->key()) {
-    case Qt::Key_Left: return arrow(Arrow::Left);
-    case Qt::Key_Right: return arrow(Arrow::Right);
-    case Qt::Key_Up: return arrow(Arrow::Up);
-    case Qt::Key_Down: return arrow(Arrow::Down);
+    case Qt::Key_Left:
+        return arrow(Arrow::Left);
+    case Qt::Key_Right:
+        return arrow(Arrow::Right);
+    case Qt::Key_Up:
+        return arrow(Arrow::Up);
+    case Qt::Key_Down:
+        return arrow(Arrow::Down);
     case Qt::Key_PageUp:
-    case Qt::Key_PageDown: return QWidget::keyPressEvent(event);
-    default: break;
+    case Qt::Key_PageDown:
+        return QWidget::keyPressEvent(event);
+    default:
+        break;
     }
     const QString text = event->text();
     const bool typed = text.size() == 1 && text[0].isPrint() &&
@@ -88,8 +98,8 @@ void BitRow::keyPressEvent(QKeyEvent* event) {
 
 void BitRow::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    const bool byKey = event->reason() == Qt::TabFocusReason ||
-                       event->reason() == Qt::BacktabFocusReason;
+    const bool byKey =
+        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
     if (byKey) hand_.Do(actions_.click);
     update();
 }

@@ -17,10 +17,10 @@ class BitRow : public QWidget {
   public:
     enum class Arrow { Left, Right, Up, Down };
     struct Actions {
-        Hand::Action click;                ///< The caret stands where the mouse put it.
-        Hand::Action doubleClick;          ///< A digit was double-clicked.
-        std::function<void(Arrow)> arrow;  ///< One of the arrow keys.
-        std::function<void(char)> key;     ///< A character key.
+        Hand::Action click;               ///< The caret stands where the mouse put it.
+        Hand::Action doubleClick;         ///< A digit was double-clicked.
+        std::function<void(Arrow)> arrow; ///< One of the arrow keys.
+        std::function<void(char)> key;    ///< A character key.
     };
 
     BitRow(const Hand& hand, ElementRef<TextBox> element, Actions actions, QWidget* parent);

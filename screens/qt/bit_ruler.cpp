@@ -29,7 +29,9 @@ void BitRuler::Sync(const BitGrid& grid, const Shape& marker, int column) {
     update();
 }
 
-QSize BitRuler::sizeHint() const { return {grid_.Width(), 2 * Metrics::Now().textHeight}; }
+QSize BitRuler::sizeHint() const {
+    return {grid_.Width(), 2 * Metrics::Now().textHeight};
+}
 
 void BitRuler::paintEvent(QPaintEvent*) {
     QPainter painter(this);

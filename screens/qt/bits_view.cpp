@@ -28,14 +28,20 @@ namespace {
 constexpr int kTwipsPerUnit = 96;
 constexpr int kFrameTwips = 2300;
 constexpr const char* kFieldProperty = "field";
-constexpr int kGapTwips = 240;      // Between two columns of frames.
-constexpr int kFirstColumn = 60;    // Where the model's first column begins in a frame.
+constexpr int kGapTwips = 240;     // Between two columns of frames.
+constexpr int kFirstColumn = 60;   // Where the model's first column begins in a frame.
 constexpr int kFrameChrome = 1000; // What the model keeps free of the window's height.
 
-int Pixels(int twips) { return twips * Metrics::Now().unit / kTwipsPerUnit; }
-int Twips(int pixels) { return pixels * kTwipsPerUnit / Metrics::Now().unit; }
+int Pixels(int twips) {
+    return twips * Metrics::Now().unit / kTwipsPerUnit;
+}
+int Twips(int pixels) {
+    return pixels * kTwipsPerUnit / Metrics::Now().unit;
+}
 
-int ColumnWidth() { return Pixels(kFrameTwips) - 2 * Metrics::Now().unit; }
+int ColumnWidth() {
+    return Pixels(kFrameTwips) - 2 * Metrics::Now().unit;
+}
 
 } // namespace
 
@@ -77,8 +83,10 @@ void BitsView::Sync() {
         page_->SetHint(empty ? tr("No fields. Devices are chosen in the menu Select Device.")
                              : QString());
     }
-    for (const Bit& bit : bits_) bit.box->Sync();
-    for (const Bit& pin : pins_) pin.box->Sync();
+    for (const Bit& bit : bits_)
+        bit.box->Sync();
+    for (const Bit& pin : pins_)
+        pin.box->Sync();
     for (const Counter& counter : counters_) {
         counter.label->Sync();
         counter.box->Sync();
@@ -87,7 +95,8 @@ void BitsView::Sync() {
         list.label->Sync();
         list.list->Sync();
     }
-    for (GroupFrame* frame : frames_) frame->Sync();
+    for (GroupFrame* frame : frames_)
+        frame->Sync();
     if (pinsFrame_) pinsFrame_->Sync();
 }
 
@@ -101,17 +110,23 @@ void BitsView::Rebuild() {
     lists_.clear();
     for (int k = 0; k < model_.FrameCount(); ++k) {
         const auto index = static_cast<std::size_t>(k);
-        frames_.push_back(new GroupFrame({model_.fraPrgmBits, index}, content_,
-                                         GroupFrame::Padding::Tight));
+        frames_.push_back(
+            new GroupFrame({model_.fraPrgmBits, index}, content_, GroupFrame::Padding::Tight));
         frames_.back()->setObjectName(IndexedName("fraPrgmBits", index));
     }
     for (const BitsScreen::Item& item : model_.Items()) {
         const auto index = static_cast<std::size_t>(item.index);
         QWidget* frame = frames_[static_cast<std::size_t>(item.frame)];
         switch (item.kind) {
-        case BitsFlow::Kind::Bit: AddBit(index, frame); break;
-        case BitsFlow::Kind::Counter: AddCounter(index, frame); break;
-        case BitsFlow::Kind::List: AddList(index, frame); break;
+        case BitsFlow::Kind::Bit:
+            AddBit(index, frame);
+            break;
+        case BitsFlow::Kind::Counter:
+            AddCounter(index, frame);
+            break;
+        case BitsFlow::Kind::List:
+            AddList(index, frame);
+            break;
         }
     }
     pinsFrame_ = new GroupFrame(model_.fraPrgmPins, content_, GroupFrame::Padding::Tight);
@@ -247,7 +262,8 @@ void BitsView::PlacePins() {
 
 void BitsView::FitContent() {
     QRect all;
-    for (const GroupFrame* frame : frames_) all |= frame->geometry();
+    for (const GroupFrame* frame : frames_)
+        all |= frame->geometry();
     if (model_.fraPrgmPins.Visible) all |= pinsFrame_->geometry();
     content_->resize(all.right() + Metrics::Now().unit * 2, all.bottom() + Metrics::Now().unit * 2);
 }

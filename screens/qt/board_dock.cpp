@@ -77,18 +77,20 @@ QVariant LatchedWordModel::data(const QModelIndex& index, int role) const {
 
 QString LatchedWordModel::TextOf(const LatchedWord& word, int column) const {
     switch (column) {
-    case kTime: return TimeOf(word);
-    case kRoute: return word.route == BoardRoute::Usb ? QStringLiteral("USB")
-                                                      : QStringLiteral("LPT");
-    case kRegister: return FromModel(word.registerName);
-    default: return HexOf(word.word);
+    case kTime:
+        return TimeOf(word);
+    case kRoute:
+        return word.route == BoardRoute::Usb ? QStringLiteral("USB") : QStringLiteral("LPT");
+    case kRegister:
+        return FromModel(word.registerName);
+    default:
+        return HexOf(word.word);
     }
 }
 
 QVariant LatchedWordModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
     if (role == Qt::DisplayRole) return QString::fromLatin1(kTitles[section]);
     return {};
 }

@@ -30,7 +30,8 @@ inline void Discard(QWidget* widget) {
 }
 
 inline void DiscardChildren(const QWidget& parent) {
-    for (QWidget* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) Discard(child);
+    for (QWidget* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        Discard(child);
 }
 
 } // namespace zentrel::view

@@ -20,11 +20,11 @@ namespace {
 // Places in grid steps. One lane for each header pin, and the same pitch on the connector, so that
 // most wires run straight.
 constexpr double kPitch = 2.25;
-constexpr double kHeaderLeft = 3.0;   // centre of the odd pins
-constexpr double kHeaderRight = 7.0;  // centre of the even pins
-constexpr double kFirstLane = 9.0;    // lane of header pin 1
-constexpr double kDbLeft = 32.0;      // centre of the pins 1 to 13
-constexpr double kDbRight = 35.5;     // centre of the pins 14 to 25
+constexpr double kHeaderLeft = 3.0;            // centre of the odd pins
+constexpr double kHeaderRight = 7.0;           // centre of the even pins
+constexpr double kFirstLane = 9.0;             // lane of header pin 1
+constexpr double kDbLeft = 32.0;               // centre of the pins 1 to 13
+constexpr double kDbRight = 35.5;              // centre of the pins 14 to 25
 constexpr double kDbTop = kFirstLane - kPitch; // DB-25 pin 1, so that pin 2 faces lane 1
 constexpr double kDbBottom = kDbTop + 12 * kPitch;
 constexpr double kChannel = 12.0; // the first vertical track between the two
@@ -34,12 +34,20 @@ constexpr double kLegendTop = kDbBottom + 13.0;
 constexpr double kLegendRow = 2.75;
 constexpr int kFirstRoundabout = 9; // header pins from here on reach the connector from behind
 
-double U(double units) { return units * Metrics::Now().unit; }
-QPointF P(double x, double y) { return {U(x), U(y)}; }
+double U(double units) {
+    return units * Metrics::Now().unit;
+}
+QPointF P(double x, double y) {
+    return {U(x), U(y)};
+}
 
-double Lane(int headerPin) { return kFirstLane + (headerPin - 1) * kPitch; }
+double Lane(int headerPin) {
+    return kFirstLane + (headerPin - 1) * kPitch;
+}
 
-std::size_t At(int index) { return static_cast<std::size_t>(index); }
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
 
 const char* FunctionOf(Color color) {
     if (color == colors::kUnassigned) return "nothing assigned";
@@ -52,14 +60,22 @@ const char* FunctionOf(Color color) {
 /// A letter in the pin of each function, so that the colour isn't the only sign.
 QString LetterOf(Color color) {
     switch (color) {
-    case colors::kCyan: return QStringLiteral("C");
-    case colors::kGreen: return QStringLiteral("D");
-    case colors::kMagenta: return QStringLiteral("L");
-    case colors::kBlue: return QStringLiteral("P");
-    case colors::kYellow: return QStringLiteral("I");
-    case colors::kRed: return QStringLiteral("!");
-    case colors::kBlack: return QStringLiteral("G");
-    default: return {};
+    case colors::kCyan:
+        return QStringLiteral("C");
+    case colors::kGreen:
+        return QStringLiteral("D");
+    case colors::kMagenta:
+        return QStringLiteral("L");
+    case colors::kBlue:
+        return QStringLiteral("P");
+    case colors::kYellow:
+        return QStringLiteral("I");
+    case colors::kRed:
+        return QStringLiteral("!");
+    case colors::kBlack:
+        return QStringLiteral("G");
+    default:
+        return {};
     }
 }
 
@@ -78,9 +94,11 @@ std::vector<Color> CableDrawing::State() const {
     std::vector<Color> state;
     for (int i = 1; i <= PortScreen::kHeaderPins; ++i) {
         state.push_back(model_.Pinheader[At(i)].BackColor);
-        state.push_back(model_.wires[At(i)].BorderColor + (model_.wires[At(i)].Visible ? 1U << 30 : 0));
+        state.push_back(model_.wires[At(i)].BorderColor +
+                        (model_.wires[At(i)].Visible ? 1U << 30 : 0));
     }
-    for (int i = 1; i <= PortScreen::kDbPins; ++i) state.push_back(model_.DB1[At(i)].BackColor);
+    for (int i = 1; i <= PortScreen::kDbPins; ++i)
+        state.push_back(model_.DB1[At(i)].BackColor);
     state.push_back(model_.DBConn.Visible);
     state.push_back(model_.Label11.Visible);
     return state;
@@ -161,8 +179,9 @@ void CableDrawing::PaintHeader(QPainter& painter) const {
     painter.setFont(UiFont());
     painter.drawText(QRectF(P(1, 0), P(27, 2.25)), Qt::AlignLeft | Qt::AlignVCenter,
                      tr("10/14 Pin Connector ( Top View )"));
-    painter.drawText(QRectF(P(kHeaderLeft - 2, kFirstLane - 3.25), P(kHeaderRight + 3, kFirstLane - 1)),
-                     Qt::AlignLeft | Qt::AlignVCenter, tr("Pin 1"));
+    painter.drawText(
+        QRectF(P(kHeaderLeft - 2, kFirstLane - 3.25), P(kHeaderRight + 3, kFirstLane - 1)),
+        Qt::AlignLeft | Qt::AlignVCenter, tr("Pin 1"));
     for (int pin = 1; pin <= PortScreen::kHeaderPins; ++pin)
         PaintPin(painter, HeaderPin(pin), model_.Pinheader[At(pin)], pin, false);
 }
@@ -180,8 +199,8 @@ void CableDrawing::PaintConnector(QPainter& painter) const {
     painter.setBrush(theme.block);
     painter.drawPath(shell);
     painter.setPen(theme.muted);
-    painter.drawText(QRectF(P(kDbLeft - 4, 0), P(kWidth, 2.25)),
-                     Qt::AlignLeft | Qt::AlignVCenter, FromModel(model_.DBlabel.Caption));
+    painter.drawText(QRectF(P(kDbLeft - 4, 0), P(kWidth, 2.25)), Qt::AlignLeft | Qt::AlignVCenter,
+                     FromModel(model_.DBlabel.Caption));
 }
 
 void CableDrawing::PaintWires(QPainter& painter) const {
@@ -220,7 +239,9 @@ void CableDrawing::PaintPin(QPainter& painter, const QPointF& at, const Shape& p
         painter.drawRoundedRect(box, 2, 2);
     QFont font = UiFont(-2, used);
     painter.setFont(font);
-    painter.setPen(!used ? theme.muted : fill.lightness() < 140 ? Qt::white : QColor(0x10, 0x12, 0x16));
+    painter.setPen(!used                    ? theme.muted
+                   : fill.lightness() < 140 ? Qt::white
+                                            : QColor(0x10, 0x12, 0x16));
     const QString sign = used ? LetterOf(pin.BackColor) : QString::number(number);
     painter.drawText(box, Qt::AlignCenter, sign);
 }
@@ -254,12 +275,14 @@ bool CableDrawing::event(QEvent* event) {
     QString tip;
     for (int pin = 1; pin <= PortScreen::kHeaderPins; ++pin)
         if (near(HeaderPin(pin)))
-            tip = tr("Header pin %1: %2").arg(pin).arg(
-                QLatin1String(FunctionOf(model_.Pinheader[At(pin)].BackColor)));
+            tip = tr("Header pin %1: %2")
+                      .arg(pin)
+                      .arg(QLatin1String(FunctionOf(model_.Pinheader[At(pin)].BackColor)));
     for (int pin = 1; model_.DBConn.Visible && pin <= PortScreen::kDbPins; ++pin)
         if (near(DbPin(pin)))
-            tip = tr("DB-25 pin %1: %2").arg(pin).arg(
-                QLatin1String(FunctionOf(model_.DB1[At(pin)].BackColor)));
+            tip = tr("DB-25 pin %1: %2")
+                      .arg(pin)
+                      .arg(QLatin1String(FunctionOf(model_.DB1[At(pin)].BackColor)));
     if (tip.isEmpty())
         QToolTip::hideText();
     else

@@ -16,9 +16,12 @@ namespace {
 
 QFont FontOf(CaptionLabel::Tone tone) {
     switch (tone) {
-    case CaptionLabel::Tone::Strong: return UiFont(0, true);
-    case CaptionLabel::Tone::Bits: return MonospacedFont();
-    default: return UiFont();
+    case CaptionLabel::Tone::Strong:
+        return UiFont(0, true);
+    case CaptionLabel::Tone::Bits:
+        return MonospacedFont();
+    default:
+        return UiFont();
     }
 }
 

@@ -20,8 +20,10 @@ bool TakenByThisWindow(Qt::FocusReason reason) {
     switch (reason) {
     case Qt::ActiveWindowFocusReason:
     case Qt::PopupFocusReason:
-    case Qt::MenuBarFocusReason: return false;
-    default: return true;
+    case Qt::MenuBarFocusReason:
+        return false;
+    default:
+        return true;
     }
 }
 
@@ -143,14 +145,17 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
         hand_.Do(actions_.enter);
         update();
         return;
-    case Qt::Key_Escape: Restore(); return;
+    case Qt::Key_Escape:
+        Restore();
+        return;
     case Qt::Key_Up:
         if (actions_.stepUp) return hand_.Do(actions_.stepUp);
         break;
     case Qt::Key_Down:
         if (actions_.stepDown) return hand_.Do(actions_.stepDown);
         break;
-    default: break;
+    default:
+        break;
     }
     QLineEdit::keyPressEvent(event);
 }
@@ -174,7 +179,8 @@ void EntryBox::wheelEvent(QWheelEvent* event) {
     constexpr int kNotch = 120;
     for (wheel_ += event->angleDelta().y(); wheel_ >= kNotch; wheel_ -= kNotch)
         hand_.Do(actions_.stepUp);
-    for (; wheel_ <= -kNotch; wheel_ += kNotch) hand_.Do(actions_.stepDown);
+    for (; wheel_ <= -kNotch; wheel_ += kNotch)
+        hand_.Do(actions_.stepDown);
     event->accept();
 }
 

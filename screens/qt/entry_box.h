@@ -16,11 +16,11 @@ class SpinnerButtons;
 class EntryBox : public QLineEdit {
   public:
     struct Actions {
-        Hand::Action enter = {}; ///< The Enter key, which is consumed.
-        Hand::Action leave = {}; ///< Another element of the window took the focus.
-        Hand::Action typed = {}; ///< Any other key that changed the text.
-        Hand::Action help = {}; ///< The right mouse button; none keeps the edit menu.
-        Hand::Action stepUp = {}; ///< The up key and the wheel, while the box has the focus.
+        Hand::Action enter = {};    ///< The Enter key, which is consumed.
+        Hand::Action leave = {};    ///< Another element of the window took the focus.
+        Hand::Action typed = {};    ///< Any other key that changed the text.
+        Hand::Action help = {};     ///< The right mouse button; none keeps the edit menu.
+        Hand::Action stepUp = {};   ///< The up key and the wheel, while the box has the focus.
         Hand::Action stepDown = {}; ///< The down key and the wheel.
     };
 

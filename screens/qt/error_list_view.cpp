@@ -33,9 +33,11 @@ void ErrorListView::Build() {
     text_->setAccessibleName(tr("Logged errors, oldest first"));
     column->addWidget(text_, 1);
     auto* row = new QHBoxLayout;
-    clear_ = new PushButton(hand_, model_.Command1, [this] { model_.ClickClear(); }, this);
+    clear_ = new PushButton(
+        hand_, model_.Command1, [this] { model_.ClickClear(); }, this);
     clear_->setObjectName(QStringLiteral("Command1"));
-    ok_ = new PushButton(hand_, model_.Command2, [this] { model_.ClickOk(); }, this);
+    ok_ = new PushButton(
+        hand_, model_.Command2, [this] { model_.ClickOk(); }, this);
     ok_->setObjectName(QStringLiteral("Command2"));
     row->addWidget(clear_);
     row->addStretch();

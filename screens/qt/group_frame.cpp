@@ -43,7 +43,8 @@ void GroupFrame::paintEvent(QPaintEvent*) {
     PaintBox(painter, rect(), Qt::transparent, theme.line);
     painter.setPen(isEnabled() ? theme.muted : theme.disabled);
     painter.setFont(UiFont(0, true));
-    const QRect title(m.unit + inset_, m.half + inset_ / 2, width() - 2 * m.unit - inset_, m.textHeight);
+    const QRect title(m.unit + inset_, m.half + inset_ / 2, width() - 2 * m.unit - inset_,
+                      m.textHeight);
     painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(title_, Qt::ElideRight, title.width()));
 }

@@ -65,10 +65,14 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
     if (otherPages_)
         if (ScreenView* page = otherPages_(tab, parent)) return page;
     switch (tab) {
-    case kPortTab: return new PortView(hand_, models_.port, parent);
-    case kRegistersTab: return new RegistersView(hand_, models_.registers, parent);
-    case kBitsTab: return new BitsView(hand_, models_.bits, parent);
-    default: return nullptr;
+    case kPortTab:
+        return new PortView(hand_, models_.port, parent);
+    case kRegistersTab:
+        return new RegistersView(hand_, models_.registers, parent);
+    case kBitsTab:
+        return new BitsView(hand_, models_.bits, parent);
+    default:
+        return nullptr;
     }
 }
 
@@ -83,7 +87,8 @@ void MainWindow::Sync() {
     dock_->Sync();
     about_->Sync();
     errors_->Sync();
-    for (const auto& timer : timers_) timer->Sync();
+    for (const auto& timer : timers_)
+        timer->Sync();
     if (isVisible() != models_.visible) setVisible(models_.visible);
     syncing_ = false;
 }

@@ -34,8 +34,7 @@ class CheckMark : public QCheckBox {
 /// One option of a group bound to its element. The group's own handler clears the sisters.
 class OptionMark : public QRadioButton {
   public:
-    OptionMark(const Hand& hand, ElementRef<Option> element, Hand::Action select,
-               QWidget* parent);
+    OptionMark(const Hand& hand, ElementRef<Option> element, Hand::Action select, QWidget* parent);
 
     void Sync();
 

@@ -35,8 +35,12 @@ void MenuView::Fill(QMenu& menu, const MenuNode& parent) {
     menu.setToolTipsVisible(true);
     for (const MenuNode& node : parent.children) {
         switch (node.kind) {
-        case MenuNode::Kind::Separator: menu.addSeparator(); break;
-        case MenuNode::Kind::Entry: AddEntry(menu, node); break;
+        case MenuNode::Kind::Separator:
+            menu.addSeparator();
+            break;
+        case MenuNode::Kind::Entry:
+            AddEntry(menu, node);
+            break;
         case MenuNode::Kind::Submenu: {
             QMenu* below = menu.addMenu(FromModel(node.Caption));
             below->setObjectName(FromModel(node.name));
@@ -45,7 +49,8 @@ void MenuView::Fill(QMenu& menu, const MenuNode& parent) {
             break;
         }
         case MenuNode::Kind::Array:
-            for (std::size_t i = 0; i < node.children.size(); ++i) AddItem(menu, node, i);
+            for (std::size_t i = 0; i < node.children.size(); ++i)
+                AddItem(menu, node, i);
             break;
         }
     }
@@ -58,9 +63,8 @@ void MenuView::AddEntry(QMenu& menu, const MenuNode& node) {
         action->setShortcut(QKeySequence(FromModel(node.shortcut), QKeySequence::PortableText));
     action->setCheckable(node.checkable);
     shown_.push_back({&node, action});
-    QObject::connect(action, &QAction::triggered, &menu, [this, name = node.name] {
-        hand_.Do([&] { model_.Click(name); });
-    });
+    QObject::connect(action, &QAction::triggered, &menu,
+                     [this, name = node.name] { hand_.Do([&] { model_.Click(name); }); });
 }
 
 void MenuView::AddItem(QMenu& menu, const MenuNode& array, std::size_t index) {
@@ -76,7 +80,8 @@ void MenuView::AddItem(QMenu& menu, const MenuNode& array, std::size_t index) {
 void MenuView::Sync() {
     const Hand::Busy busy(hand_);
     if (layout_ != model_.layout()) Build();
-    for (const Shown& shown : shown_) SyncOne(shown);
+    for (const Shown& shown : shown_)
+        SyncOne(shown);
 }
 
 void MenuView::SyncOne(const Shown& shown) const {

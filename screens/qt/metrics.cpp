@@ -23,7 +23,9 @@ Metrics Measure(const QFont& font) {
     return m;
 }
 
-double PointSize() { return QFontInfo(QApplication::font()).pointSizeF(); }
+double PointSize() {
+    return QFontInfo(QApplication::font()).pointSizeF();
+}
 
 } // namespace
 

@@ -19,7 +19,8 @@ QString Literal(std::string_view text) {
 QString TipText(std::string_view text) {
     if (text.empty()) return {};
     const QString lines = FromModel(text).toHtmlEscaped();
-    return QStringLiteral("<qt>") + QString(lines).replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+    return QStringLiteral("<qt>") +
+           QString(lines).replace(QLatin1Char('\n'), QLatin1String("<br>")) +
            QStringLiteral("</qt>");
 }
 

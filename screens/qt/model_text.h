@@ -11,7 +11,9 @@ namespace zentrel::view {
 /// valid UTF-8 is read byte by byte.
 QString FromModel(std::string_view text);
 
-inline std::string ToModel(const QString& text) { return text.toStdString(); }
+inline std::string ToModel(const QString& text) {
+    return text.toStdString();
+}
 
 /// The same for a caption in which "&" is a character of its own and not an access key.
 QString Literal(std::string_view text);

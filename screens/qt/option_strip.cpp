@@ -24,7 +24,9 @@ OptionStrip::OptionStrip(const Hand& hand, ElementRef<Frame> name, const OptionA
     setFixedHeight(Metrics::Now().rowHeight);
 }
 
-int OptionStrip::NameWidth() { return Metrics::Now().Units(12); }
+int OptionStrip::NameWidth() {
+    return Metrics::Now().Units(12);
+}
 
 int OptionStrip::ColumnWidth() {
     return QFontMetrics(UiFont()).horizontalAdvance(QStringLiteral("S7*")) +
@@ -43,12 +45,14 @@ void OptionStrip::Sync() {
     if (const QString text = FromModel(frame->Caption); text != text_) {
         text_ = text;
         setAccessibleName(text_);
-        for (OptionMark* mark : marks_) mark->setAccessibleDescription(text_);
+        for (OptionMark* mark : marks_)
+            mark->setAccessibleDescription(text_);
         update();
     }
     const bool elided = fontMetrics().horizontalAdvance(text_) > NameWidth();
     SyncTip(*this, elided ? text_ : QString());
-    for (OptionMark* mark : marks_) mark->Sync();
+    for (OptionMark* mark : marks_)
+        mark->Sync();
 }
 
 void OptionStrip::resizeEvent(QResizeEvent* event) {

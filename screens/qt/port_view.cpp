@@ -27,7 +27,7 @@ int ChoicesWidth() {
            Metrics::Now().Units(4);
 }
 
-}
+} // namespace
 
 PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     : ScreenView(parent), hand_(hand), model_(model), page_(new ScrollPage(this)),
@@ -100,8 +100,8 @@ QWidget* PortView::MakeAddress() {
         marks_.push_back(mark);
         row->addWidget(mark);
     }
-    auto* box = new EntryBox(hand_, model_.txtPortAdr,
-                             {.enter = [this] { model_.EnterPortAdr(); }}, address);
+    auto* box = new EntryBox(hand_, model_.txtPortAdr, {.enter = [this] { model_.EnterPortAdr(); }},
+                             address);
     box->setObjectName(QStringLiteral("txtPortAdr"));
     box->setAccessibleName(tr("Port address, hexadecimal"));
     box->setFixedWidth(m.DigitsWidth(5));
@@ -181,7 +181,8 @@ QWidget* PortView::MakeDrawing() {
 
 void PortView::RebuildPins() {
     if (pinsFrame_->isAncestorOf(window()->focusWidget())) setFocus();
-    for (OptionStrip* strip : pins_) Discard(strip);
+    for (OptionStrip* strip : pins_)
+        Discard(strip);
     pins_.clear();
     for (int k = 0; k < model_.PinRows(); ++k) {
         const auto row = static_cast<std::size_t>(k);
@@ -206,13 +207,19 @@ void PortView::Sync() {
         layout_ = model_.layout();
         RebuildPins();
     }
-    for (GroupFrame* frame : frames_) frame->Sync();
+    for (GroupFrame* frame : frames_)
+        frame->Sync();
     if (pinsFrame_->isHidden() != pins_.empty()) pinsFrame_->setVisible(!pins_.empty());
-    for (OptionMark* mark : marks_) mark->Sync();
-    for (CaptionLabel* label : labels_) label->Sync();
-    for (EntryBox* box : boxes_) box->Sync();
-    for (OptionStrip* strip : lines_) strip->Sync();
-    for (OptionStrip* strip : pins_) strip->Sync();
+    for (OptionMark* mark : marks_)
+        mark->Sync();
+    for (CaptionLabel* label : labels_)
+        label->Sync();
+    for (EntryBox* box : boxes_)
+        box->Sync();
+    for (OptionStrip* strip : lines_)
+        strip->Sync();
+    for (OptionStrip* strip : pins_)
+        strip->Sync();
     drawing_->Sync();
 }
 

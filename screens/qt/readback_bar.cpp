@@ -55,7 +55,8 @@ void ReadbackBar::Sync() {
     if (!shown) return;
     name_->Sync();
     read_->Sync();
-    for (OptionMark* base : bases_) base->Sync();
+    for (OptionMark* base : bases_)
+        base->Sync();
     value_->Sync();
 }
 

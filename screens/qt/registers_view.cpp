@@ -36,7 +36,9 @@ int WidestText(const ElementArray<Label>& labels, const QFont& font, int rows) {
     return widest;
 }
 
-int Step() { return Metrics::Now().boxHeight + Metrics::Now().unit; }
+int Step() {
+    return Metrics::Now().boxHeight + Metrics::Now().unit;
+}
 
 } // namespace
 
@@ -44,16 +46,16 @@ RegistersView::RegistersView(const Hand& hand, RegistersScreen& model, QWidget* 
     : ScreenView(parent), hand_(hand), model_(model) {
     header_ = new QWidget(this);
     headerContent_ = new QWidget(header_);
-    order_ = new PushButton(hand, model.cmdBitOrder, [&model] { model.ClickBitOrder(); },
-                            headerContent_);
+    order_ = new PushButton(
+        hand, model.cmdBitOrder, [&model] { model.ClickBitOrder(); }, headerContent_);
     order_->setObjectName(QStringLiteral("cmdBitOrder"));
     order_->setToolTip(tr("Which bit stands on the left"));
     ruler_ = new BitRuler({model.lblTens, 0}, {model.lblOnes, 0}, headerContent_);
-    hexValue_ = new CaptionLabel(model.lblHexValue, CaptionLabel::Tone::Muted, kLeft,
-                                 headerContent_);
+    hexValue_ =
+        new CaptionLabel(model.lblHexValue, CaptionLabel::Tone::Muted, kLeft, headerContent_);
     hexValue_->setObjectName(QStringLiteral("lblHexValue"));
-    hexDisplay_ = new CaptionLabel(model.lblHexDisplay, CaptionLabel::Tone::Bits, kLeft,
-                                   headerContent_);
+    hexDisplay_ =
+        new CaptionLabel(model.lblHexDisplay, CaptionLabel::Tone::Bits, kLeft, headerContent_);
     hexDisplay_->setObjectName(QStringLiteral("lblHexDisplay"));
     page_ = new ScrollPage(this);
     page_->setWidgetResizable(false);
@@ -76,8 +78,7 @@ RegistersView::~RegistersView() = default;
 BitGrid RegistersView::Grid() const {
     BitGrid grid;
     grid.lsbFirst = !model_.MsbFirst();
-    const std::string& text = model_.txtRegBits.empty() ? std::string()
-                                                        : model_.txtRegBits[0].Text;
+    const std::string& text = model_.txtRegBits.empty() ? std::string() : model_.txtRegBits[0].Text;
     grid.bits = text.empty() ? 0 : static_cast<int>(text.size() + 2) / 3;
     const int width = static_cast<int>(text.size());
     for (int column = 0; model_.RowCount() > 0 && column < grid.bits; ++column) {
@@ -97,7 +98,8 @@ void RegistersView::Rebuild() {
     caretRow_ = -1;
     const auto count = static_cast<std::size_t>(model_.RowCount());
     rows_.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) rows_.push_back(MakeRow(i));
+    for (std::size_t i = 0; i < count; ++i)
+        rows_.push_back(MakeRow(i));
     if (model_.HasSecondRuler()) {
         secondRuler_ = new BitRuler({model_.lblTens, 1}, {model_.lblOnes, 1}, content_);
         secondRuler_->show();
@@ -120,15 +122,15 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.name->installEventFilter(this);
     r.bits = new BitRow(hand_, {model.txtRegBits, i}, actions, content_);
     r.bits->setObjectName(IndexedName("txtRegBits", i));
-    r.load = new PushButton(hand_, {model.cmdLoadReg, i},
-                            [&model, row] { model.ClickLoad(row); }, content_);
+    r.load = new PushButton(
+        hand_, {model.cmdLoadReg, i}, [&model, row] { model.ClickLoad(row); }, content_);
     r.load->setObjectName(IndexedName("cmdLoadReg", i));
     r.name2 = new CaptionLabel({model.lblRegName2, i}, CaptionLabel::Tone::Muted, kLeft, content_);
     r.name2->setObjectName(IndexedName("lblRegName2", i));
     r.hex = new CaptionLabel({model.lblHexRegValue, i}, CaptionLabel::Tone::Bits, kLeft, content_);
     r.hex->setObjectName(IndexedName("lblHexRegValue", i));
-    r.read = new PushButton(hand_, {model.cmdReadback, i},
-                            [&model, row] { model.ClickRead(row); }, content_);
+    r.read = new PushButton(
+        hand_, {model.cmdReadback, i}, [&model, row] { model.ClickRead(row); }, content_);
     r.read->setObjectName(IndexedName("cmdReadback", i));
     return r;
 }
@@ -138,16 +140,16 @@ RegistersView::Columns RegistersView::Measure() const {
     const int rows = model_.RowCount();
     Columns c;
     c.nameLeft = m.Units(2);
-    const int names = std::min(WidestText(model_.lblRegName, UiFont(0, true), rows),
-                               m.DigitsWidth(kWidestName));
+    const int names =
+        std::min(WidestText(model_.lblRegName, UiFont(0, true), rows), m.DigitsWidth(kWidestName));
     c.nameWidth = std::max(names + m.unit, order_->sizeHint().width());
     c.bitsLeft = c.nameLeft + c.nameWidth + m.Units(2);
     c.bitsWidth = grid_.Width();
     c.loadLeft = c.bitsLeft + c.bitsWidth + m.Units(2);
     c.loadWidth = m.Units(7);
     c.name2Left = c.loadLeft + c.loadWidth + m.Units(2);
-    c.name2Width = std::min(WidestText(model_.lblRegName2, UiFont(), rows) + 2,
-                            m.DigitsWidth(kWidestName));
+    c.name2Width =
+        std::min(WidestText(model_.lblRegName2, UiFont(), rows) + 2, m.DigitsWidth(kWidestName));
     c.hexLeft = c.name2Left + c.name2Width + m.Units(2);
     const int caption = QFontMetrics(UiFont()).horizontalAdvance(tr("Hex Value"));
     c.hexWidth = std::max(WidestText(model_.lblHexRegValue, MonospacedFont(), rows) + m.unit,
@@ -193,8 +195,8 @@ void RegistersView::PlaceHeader() {
     const int height = ruler + m.unit + m.half;
     if (header_->height() != height) header_->setFixedHeight(height);
     headerContent_->resize(std::max(c.right, width()), height);
-    order_->setGeometry(c.nameLeft, m.unit + (ruler - order_->height()) / 2,
-                        c.nameWidth, order_->height());
+    order_->setGeometry(c.nameLeft, m.unit + (ruler - order_->height()) / 2, c.nameWidth,
+                        order_->height());
     ruler_->setGeometry(c.bitsLeft, m.unit, c.bitsWidth, ruler);
     hexValue_->setGeometry(c.hexLeft, m.unit, c.hexWidth + m.Units(4), m.textHeight);
     hexDisplay_->setGeometry(c.hexLeft, m.unit + m.textHeight, c.hexWidth + m.Units(4),

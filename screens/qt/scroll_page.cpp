@@ -25,9 +25,13 @@ void ScrollPage::SetHint(const QString& hint) {
     viewport()->update();
 }
 
-bool ScrollPage::scrollsDown() const { return verticalScrollBar()->maximum() > 0; }
+bool ScrollPage::scrollsDown() const {
+    return verticalScrollBar()->maximum() > 0;
+}
 
-bool ScrollPage::scrollsAcross() const { return horizontalScrollBar()->maximum() > 0; }
+bool ScrollPage::scrollsAcross() const {
+    return horizontalScrollBar()->maximum() > 0;
+}
 
 void ScrollPage::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());

@@ -1,9 +1,9 @@
 #include "screens/qt/spinner.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleHints>
-#include <QGuiApplication>
 #include <QWheelEvent>
 
 #include "screens/qt/brick.h"

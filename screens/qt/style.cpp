@@ -14,7 +14,9 @@ namespace zentrel::view {
 
 namespace {
 
-bool Has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state & flag; }
+bool Has(const QStyleOption& option, QStyle::StateFlag flag) {
+    return option.state & flag;
+}
 
 void PaintField(const QStyleOption& option, QPainter& painter) {
     const Theme& theme = Theme::Now();
@@ -56,8 +58,9 @@ void PaintMark(const QStyleOption& option, QPainter& painter, bool round) {
     const double side = mark.width();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    const bool lit = on || (enabled && (Has(option, QStyle::State_MouseOver) ||
-                                        Has(option, QStyle::State_HasFocus)));
+    const bool lit =
+        on ||
+        (enabled && (Has(option, QStyle::State_MouseOver) || Has(option, QStyle::State_HasFocus)));
     painter.setPen(QPen(lit ? accent : theme.line, lit && !on ? 1.5 : 1.0));
     painter.setBrush(on ? accent : enabled ? theme.field : QColor(Qt::transparent));
     const double radius = round ? side / 2 : side / 5;
@@ -113,8 +116,8 @@ void PaintScrollBar(const QStyle& style, const QStyleOptionSlider& bar, QPainter
                     const QWidget* widget) {
     const Theme& theme = Theme::Now();
     painter.fillRect(bar.rect, theme.surface);
-    QRectF handle = style.subControlRect(QStyle::CC_ScrollBar, &bar, QStyle::SC_ScrollBarSlider,
-                                         widget);
+    QRectF handle =
+        style.subControlRect(QStyle::CC_ScrollBar, &bar, QStyle::SC_ScrollBarSlider, widget);
     handle.adjust(2, 2, -2, -2);
     const bool held = (bar.activeSubControls & QStyle::SC_ScrollBarSlider) != 0;
     QColor color = theme.text;
@@ -153,9 +156,9 @@ void PaintComboLabel(const QStyleOptionComboBox& combo, QPainter& painter) {
     const QRect inner = combo.rect.adjusted(m.unit, 0, -3 * m.unit, 0);
     const auto group = Has(combo, QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
     painter.setPen(combo.palette.color(group, QPalette::Text));
-    painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(combo.currentText, Qt::ElideRight,
-                                                      inner.width()));
+    painter.drawText(
+        inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+        painter.fontMetrics().elidedText(combo.currentText, Qt::ElideRight, inner.width()));
 }
 
 } // namespace
@@ -176,10 +179,14 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameFocusRect:
     case PE_FrameTabWidget:
         return; // The bricks show the focus on their own frames.
-    case PE_PanelButtonCommand: return PaintButton(*option, *painter);
-    case PE_IndicatorCheckBox: return PaintMark(*option, *painter, false);
-    case PE_IndicatorRadioButton: return PaintMark(*option, *painter, true);
-    default: break;
+    case PE_PanelButtonCommand:
+        return PaintButton(*option, *painter);
+    case PE_IndicatorCheckBox:
+        return PaintMark(*option, *painter, false);
+    case PE_IndicatorRadioButton:
+        return PaintMark(*option, *painter, true);
+    default:
+        break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -197,15 +204,19 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         break;
     case CE_HeaderSection:
         painter->fillRect(option->rect, Theme::Now().window);
-        painter->fillRect(QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
-                          Theme::Now().line);
+        painter->fillRect(
+            QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
+            Theme::Now().line);
         return;
-    case CE_HeaderEmptyArea: painter->fillRect(option->rect, Theme::Now().window); return;
+    case CE_HeaderEmptyArea:
+        painter->fillRect(option->rect, Theme::Now().window);
+        return;
     case CE_ComboBoxLabel:
         if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option))
             return PaintComboLabel(*combo, *painter);
         break;
-    default: break;
+    default:
+        break;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
 }
@@ -228,23 +239,35 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight: return m.textHeight;
+    case PM_ExclusiveIndicatorHeight:
+        return m.textHeight;
     case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing: return m.unit - 1;
-    case PM_ScrollBarExtent: return m.unit + m.half + 1;
-    case PM_DefaultFrameWidth: return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
-    case PM_HeaderMargin: return m.unit;
-    case PM_FocusFrameHMargin: return m.unit - 1;
-    case PM_DockWidgetTitleMargin: return m.half;
-    case PM_TabBarTabHSpace: return m.Units(4);
-    case PM_TabBarTabVSpace: return m.Units(2);
+    case PM_RadioButtonLabelSpacing:
+        return m.unit - 1;
+    case PM_ScrollBarExtent:
+        return m.unit + m.half + 1;
+    case PM_DefaultFrameWidth:
+        return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
+    case PM_HeaderMargin:
+        return m.unit;
+    case PM_FocusFrameHMargin:
+        return m.unit - 1;
+    case PM_DockWidgetTitleMargin:
+        return m.half;
+    case PM_TabBarTabHSpace:
+        return m.Units(4);
+    case PM_TabBarTabVSpace:
+        return m.Units(2);
     case PM_TabBarBaseHeight:
     case PM_TabBarBaseOverlap:
     case PM_TabBarTabShiftVertical:
-    case PM_TabBarTabShiftHorizontal: return 0;
+    case PM_TabBarTabShiftHorizontal:
+        return 0;
     case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing: return m.unit;
-    default: return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_LayoutVerticalSpacing:
+        return m.unit;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
 
@@ -252,13 +275,17 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* data) const {
     switch (hint) {
     case SH_BlinkCursorWhenTextSelected:
-    case SH_Menu_Scrollable: return 1;
+    case SH_Menu_Scrollable:
+        return 1;
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ScrollBar_ContextMenu:
     case SH_EtchDisabledText:
-    case SH_DitherDisabledText: return 0;
-    case SH_TabBar_ElideMode: return Qt::ElideRight;
-    default: return QProxyStyle::styleHint(hint, option, widget, data);
+    case SH_DitherDisabledText:
+        return 0;
+    case SH_TabBar_ElideMode:
+        return Qt::ElideRight;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
     }
 }
 

@@ -45,15 +45,13 @@ TabStripView::TabStripView(const Hand& hand, TabModel& model, MakePage makePage,
     column->setSpacing(0);
     column->addWidget(bar_);
     column->addLayout(stack_, 1);
-    connect(bar_, &QTabBar::currentChanged, this, [this](int tab) {
-        hand_.Do([this, tab] { model_.SelectTab(tab); });
-    });
+    connect(bar_, &QTabBar::currentChanged, this,
+            [this](int tab) { hand_.Do([this, tab] { model_.SelectTab(tab); }); });
 }
 
 ScreenView* TabStripView::page(int tab) const {
-    return tab >= 0 && tab < static_cast<int>(pages_.size())
-               ? pages_[static_cast<std::size_t>(tab)]
-               : nullptr;
+    return tab >= 0 && tab < static_cast<int>(pages_.size()) ? pages_[static_cast<std::size_t>(tab)]
+                                                             : nullptr;
 }
 
 void TabStripView::Sync() {
@@ -75,7 +73,8 @@ void TabStripView::SyncTabs() {
             if (pages_.back()) Discard(pages_.back());
             pages_.pop_back();
         }
-        while (bar_->count() > model_.TabCount()) bar_->removeTab(bar_->count() - 1);
+        while (bar_->count() > model_.TabCount())
+            bar_->removeTab(bar_->count() - 1);
     }
     pages_.resize(static_cast<std::size_t>(model_.TabCount()), nullptr);
     for (int tab = 0; tab < model_.TabCount(); ++tab) {

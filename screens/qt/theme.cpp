@@ -10,9 +10,7 @@ namespace zentrel::view {
 namespace {
 
 QColor Mix(const QColor& a, const QColor& b, double part) {
-    const auto mix = [part](int x, int y) {
-        return static_cast<int>(x + (y - x) * part + 0.5);
-    };
+    const auto mix = [part](int x, int y) { return static_cast<int>(x + (y - x) * part + 0.5); };
     return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
@@ -39,7 +37,9 @@ const Shades* Find(Color meaning) {
     return nullptr;
 }
 
-bool IsSystemColor(Color c) { return (c & 0x80000000U) != 0; }
+bool IsSystemColor(Color c) {
+    return (c & 0x80000000U) != 0;
+}
 
 QColor Plain(Color c) {
     return {static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF),
@@ -88,7 +88,8 @@ QColor Theme::InkOn(Color meaning) const {
 
 QColor Theme::Ink(Color meaning) const {
     if (IsSystemColor(meaning)) return text;
-    if (meaning == colors::kBlack) return dark ? QColor(0x05, 0x06, 0x08) : QColor(0x16, 0x18, 0x1C);
+    if (meaning == colors::kBlack)
+        return dark ? QColor(0x05, 0x06, 0x08) : QColor(0x16, 0x18, 0x1C);
     if (meaning == colors::kWhite) return field;
     if (const Shades* s = Find(meaning)) return QColor(dark ? s->darkInk : s->lightInk);
     return Plain(meaning);
@@ -96,10 +97,14 @@ QColor Theme::Ink(Color meaning) const {
 
 Meaning Theme::MeaningOf(Color backColor) {
     switch (backColor) {
-    case colors::kRed: return Meaning::Error;
-    case colors::kYellow: return Meaning::Warning;
-    case colors::kOutOfPath: return Meaning::OutOfPath;
-    default: return Meaning::None;
+    case colors::kRed:
+        return Meaning::Error;
+    case colors::kYellow:
+        return Meaning::Warning;
+    case colors::kOutOfPath:
+        return Meaning::OutOfPath;
+    default:
+        return Meaning::None;
     }
 }
 
@@ -127,7 +132,8 @@ QPalette PaletteNamed(const QString& name) {
         {QPalette::HighlightedText, 0xFFFFFFFF, 0xFF0E1116},
     };
     QPalette p;
-    for (const Role& r : kRoles) p.setColor(r.role, QColor(dark ? r.dark : r.light));
+    for (const Role& r : kRoles)
+        p.setColor(r.role, QColor(dark ? r.dark : r.light));
     const QColor faint(dark ? 0xFF6A717A : 0xFFA0A6AF);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         p.setColor(QPalette::Disabled, role, faint);

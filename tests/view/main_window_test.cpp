@@ -25,7 +25,8 @@ TEST_F(MainWindowTest, ctrl_l_loads_the_whole_device_over_both_routes) {
     Select("QVX2691");
     const Board& board = program_->bench().board;
     for (const char* route : {"LPT", "USB"}) {
-        program_->frm().guard.Run([&] { program_->frm().port.SelectCommMode(route[0] == 'U' ? 0 : 1); });
+        program_->frm().guard.Run(
+            [&] { program_->frm().port.SelectCommMode(route[0] == 'U' ? 0 : 1); });
         program_->bench().board.ForgetHistory();
         Entry("mnuLoadPLL")->trigger();
         ASSERT_GE(board.history().size(), 3U) << route;
