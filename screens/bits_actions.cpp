@@ -5,6 +5,7 @@
 #include "device/part.h"
 #include "device/text.h"
 #include "screens/bits_screen.h"
+#include "screens/field_tip.h"
 #include "transport/load_path.h"
 
 namespace zentrel {
@@ -186,6 +187,10 @@ void BitsScreen::ShowHelp(const std::string& field) {
         const std::string& text = part_.PrgmBits(field).Description;
         part_.upward().messages->Show(text.empty() ? "No Description Available" : text, "Help");
     });
+}
+
+std::string BitsScreen::TipOn(const std::string& field) const {
+    return FieldTip(part_, field);
 }
 
 } // namespace zentrel

@@ -66,6 +66,8 @@ class BitsScreen {
 
     /// Places everything anew for other sizes of window and widgets.
     void SetSizes(const BitsSizes& sizes);
+    /// What a field's element tells when it is pointed at.
+    std::string TipOn(const std::string& field) const;
     const BitsSizes& sizes() const { return sizes_; }
 
     /// Grows when elements come or go or are placed anew.

@@ -188,7 +188,11 @@ void RegistersScreen::RewriteRow(int row, const cRegister& reg) {
     lblHexRegValue[at].Caption = "0x" + FormatHexGrouped(reg.word(), count, kHexGroup);
 
     ShownRow& shown = shown_[at];
-    shown = {reg.word(), part_.RegisterLength(), msbFirst_, true, shown.revision + 1};
+    shown.word = reg.word();
+    shown.length = part_.RegisterLength();
+    shown.msbFirst = msbFirst_;
+    shown.drawn = true;
+    ++shown.revision;
 }
 
 void RegistersScreen::ClickLoad(int row) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -93,6 +94,11 @@ class RegistersScreen {
     std::uint64_t layout() const { return layout_; }
     /// Grows when the row's bits were rewritten.
     std::uint64_t revision(int row) const { return shown_[static_cast<std::size_t>(row)].revision; }
+    /// A '1' for each digit of the row, from left to right, that was changed since the word was
+    /// loaded or sent; empty when none was.
+    std::string UnsentBits(int row);
+    /// What a row's name tells when it is pointed at.
+    std::string TipOn(int row) const;
 
   private:
     struct ShownRow {
@@ -101,6 +107,7 @@ class RegistersScreen {
         bool msbFirst = true;
         bool drawn = false;
         std::uint64_t revision = 0;
+        std::optional<BitWord> loaded; ///< The word as the row first showed it.
     };
 
     cRegister& RegisterOf(int row) const;

@@ -76,7 +76,7 @@ void FrmPart::TellStatus() {
 
 void FrmPart::SetBench(bool simulated) {
     ShowBench(simulated);
-    WriteBoard(files, simulated ? Board::kSimulated : Board::kHardware);
+    WriteBoard(files, simulated ? BoardChoice::kSimulated : BoardChoice::kHardware);
     TellWriteFailures();
     if (links.SetBoard) links.SetBoard(simulated);
 }

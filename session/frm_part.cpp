@@ -105,7 +105,7 @@ void FrmPart::Form_Load() {
     StatusBar1.StatusBar_CommMode("");
     StatusBar1.StatusBar_SetString("Zentrel 4");
     Caption = "Zentrel";
-    ShowBench(ReadBoard(files) == Board::kSimulated);
+    ShowBench(ReadBoard(files) == BoardChoice::kSimulated);
     StartPresence(part);
     port.Label11.Visible = port.Label11Sample.Visible = false;
     part.SetRegisterLength(kFirstRegisterLength);
