@@ -133,6 +133,7 @@ class Value {
     }
     Value(Value&& other) noexcept : type_(other.type_), number_(other.number_) {
         other.type_ = Type::Empty;
+        other.integer_ = 0;
     }
     Value& operator=(const Value& other) noexcept {
         if (IsCounted() || other.IsCounted()) {
@@ -203,18 +204,22 @@ class Value {
     /// Appends to a String value, in place where nobody shares it.
     void Append(std::u16string_view text);
 
+    // A release may run a script that writes this very variable.
     void SetNumber(Type type, std::int64_t value) {
-        if (IsCounted()) ReleaseContent();
+        while (IsCounted())
+            ReleaseContent();
         type_ = type;
         integer_ = value;
     }
     void SetNumber(Type type, double value) {
-        if (IsCounted()) ReleaseContent();
+        while (IsCounted())
+            ReleaseContent();
         type_ = type;
         number_ = value;
     }
     void Clear() {
-        if (IsCounted()) ReleaseContent();
+        while (IsCounted())
+            ReleaseContent();
         type_ = Type::Empty;
         integer_ = 0;
     }
@@ -272,7 +277,7 @@ static_assert(sizeof(Value) == 16);
 /// Any object of the language: the host's, a script class's instance, a built-in one.
 class Object : public Counted {
   public:
-    enum class Kind : std::uint8_t { Host, Instance, Procedure };
+    enum class Kind : std::uint8_t { Host, Instance, Procedure, Internal };
     Kind kind() const { return kind_; }
 
   protected:
