@@ -24,8 +24,7 @@ std::int64_t CivilDays(std::int64_t year, std::int64_t month, std::int64_t day) 
 constexpr std::int64_t kEpochShift = 693899; // CivilDays(1899, 12, 30)
 
 std::u16string TwoDigits(int number) {
-    std::string text = std::to_string(number);
-    return Widen(text.size() < 2 ? "0" + text : text);
+    return Widen(std::to_string(100 + number).substr(1));
 }
 
 } // namespace

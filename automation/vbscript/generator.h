@@ -72,7 +72,8 @@ class Generator {
     Symbol LookupGlobal(NameId name);
     Operand UnknownLocal(NameId name);
     std::uint32_t AddSite(NameId name, std::uint32_t first = 0, std::size_t count = 0);
-    std::uint32_t AddNameSite(NameId name, std::uint32_t first = 0, std::size_t count = 0);
+    std::uint32_t AddNameSite(NameId name, std::uint32_t first = 0, std::size_t count = 0,
+                              bool is_procedure = false);
     /// A variable to write to; emits what makes sure that it is one.
     Symbol VariableToWrite(NameId name);
 

@@ -107,7 +107,8 @@ Generator::Result Generator::EmitName(NameId name, Operand wanted, bool statemen
         break;
     }
     const auto place = Destination(wanted);
-    Put(Op::ReadName, place, kNowhere, AddNameSite(name, kTemporaryBase + top_, 0));
+    Put(Op::ReadName, place, kNowhere,
+        AddNameSite(name, kTemporaryBase + top_, 0, symbol.kind == Symbol::Kind::Procedure));
     // The frame of a procedure that the name turns out to be begins behind the temporaries in use.
     Temporaries(1);
     --top_;
@@ -180,7 +181,8 @@ Generator::Result Generator::EmitNamedCall(NameId name, const CallExpression& ca
     const auto first = EmitArguments(call.args);
     FreeDownTo(top);
     const auto place = statement ? kNowhere : Destination(wanted);
-    const auto site = AddNameSite(name, first, call.args.size());
+    const auto site =
+        AddNameSite(name, first, call.args.size(), symbol.kind == Symbol::Kind::Procedure);
     const bool builtin =
         symbol.kind == Symbol::Kind::Unknown && procedure_->sites[site].builtin != nullptr;
     Put(builtin ? Op::CallBuiltin : Op::Call, place, kNowhere, site,

@@ -86,10 +86,12 @@ std::uint32_t Generator::AddSite(NameId name, std::uint32_t first, std::size_t c
     return static_cast<std::uint32_t>(procedure_->sites.size() - 1);
 }
 
-std::uint32_t Generator::AddNameSite(NameId name, std::uint32_t first, std::size_t count) {
+/// A procedure's site looks past the local variables: its own name inside a function is one.
+std::uint32_t Generator::AddNameSite(NameId name, std::uint32_t first, std::size_t count,
+                                     bool is_procedure) {
     const auto index = AddSite(name, first, count);
     auto& site = procedure_->sites[index];
-    site.local = UnknownLocal(name);
+    if (!is_procedure) site.local = UnknownLocal(name);
     site.global = module_.GlobalPlace(name);
     site.builtin = FindBuiltin(names_.Spelling(name));
     return index;

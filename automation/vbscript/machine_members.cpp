@@ -1,7 +1,9 @@
+#include "automation/vbscript/companions.h"
 #include "automation/vbscript/convert.h"
 #include "automation/vbscript/errors.h"
 #include "automation/vbscript/machine.h"
 #include "automation/vbscript/runtime.h"
+#include "automation/vbscript/text.h"
 
 namespace zentrel::vbscript {
 namespace {
@@ -191,6 +193,10 @@ void Machine::DoNew(const Instruction& in, const Cursor& at) {
     if (!info) info = runtime_.global_module->FindClass(site.name);
     if (!info) {
         const auto& spelling = runtime_.names.Spelling(site.name);
+        if (CompareText(spelling, u"RegExp", true) == 0) {
+            at[in.a] = Value::FromObject(MakeRegExp(runtime_));
+            return;
+        }
         const bool known = module.FindGlobal(site.name) || FindBuiltin(spelling);
         Raise(known ? ErrorNumber::ClassNotDefined : ErrorNumber::VariableUndefined, spelling);
     }

@@ -26,7 +26,7 @@ Machine::Meaning Machine::MeaningOf(const Site& site, const Cursor& at) {
     Meaning meaning;
     const auto take = [&meaning](Value& value) {
         if (value.type() == Type::Procedure)
-            meaning.procedure = value.AsProcedure();
+            meaning.procedure = value.AsProcedure(); // null where its text didn't compile
         else
             meaning.variable = &value;
     };

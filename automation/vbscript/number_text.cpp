@@ -127,17 +127,20 @@ std::u16string NumberText(double number, int digits) {
     const auto count = static_cast<int>(figures.size());
     if (exponent < kSmallestFixedExponent || exponent >= digits) {
         out += figures[0];
-        if (count > 1) out += "." + figures.substr(1);
+        if (count > 1) out.append(1, '.').append(figures, 1);
         const auto power = std::to_string(std::abs(exponent));
         out += exponent < 0 ? "E-" : "E+";
-        out += power.size() < 2 ? "0" + power : power;
+        if (power.size() < 2) out += '0';
+        out += power;
     } else if (exponent < 0) {
-        out += "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + figures;
+        out += "0.";
+        out.append(static_cast<std::size_t>(-exponent - 1), '0');
+        out += figures;
     } else if (count <= exponent + 1) {
         out += figures + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
     } else {
         const auto whole = static_cast<std::size_t>(exponent + 1);
-        out += figures.substr(0, whole) + "." + figures.substr(whole);
+        out.append(figures, 0, whole).append(1, '.').append(figures, whole);
     }
     return Widen(out);
 }
@@ -151,13 +154,14 @@ std::u16string IntegerText(std::int64_t number) {
 std::u16string CurrencyText(std::int64_t scaled) {
     const auto magnitude =
         scaled < 0 ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
-    std::string out = (scaled < 0 ? "-" : "") + std::to_string(magnitude / 10000);
+    std::string out(scaled < 0 ? "-" : "");
+    out += std::to_string(magnitude / 10000);
     const auto rest = magnitude % 10000;
     if (rest != 0) {
         auto fraction = std::to_string(10000 + rest).substr(1);
         while (fraction.back() == '0')
             fraction.pop_back();
-        out += "." + fraction;
+        out.append(1, '.').append(fraction);
     }
     return Widen(out);
 }
