@@ -84,18 +84,25 @@ Value Machine::Run(const Procedure& procedure, Instance* self, std::span<Value> 
     }
     const auto depth = frames_.size();
     Push(procedure, self, top, args.size(), true);
-    ++nested_;
-    try {
-        Execute(depth);
-    } catch (...) {
-        --nested_;
-        throw;
-    }
-    --nested_;
+    return RunAbove(depth);
+}
+
+/// Runs the frame just pushed; the outermost run's end is the end of an interruption, too.
+Value Machine::RunAbove(std::size_t depth) {
+    struct Level {
+        explicit Level(Machine& m) : machine(m) { ++machine.nested_; }
+        ~Level() {
+            if (--machine.nested_ == 0) machine.stopping_ = false;
+        }
+        Machine& machine;
+    };
+    const Level level(*this);
+    Execute(depth);
     return std::move(result_);
 }
 
 void Machine::RunTerminate(Instance& instance) noexcept {
+    if (stopping_) return;
     const auto err = runtime_.err;
     try {
         Run(*instance.info().terminate, &instance, {});
@@ -179,7 +186,10 @@ void Machine::Locate(ErrorInfo& info) const {
 
 void Machine::AskHost() {
     budget_ = kStepsPerQuestion;
-    if (!runtime_.callbacks.interrupt || !runtime_.callbacks.interrupt()) return;
+    if (!stopping_ && (!runtime_.callbacks.interrupt || !runtime_.callbacks.interrupt())) return;
+    // Also what a Class_Terminate was doing ends, and the script around it at its next step.
+    stopping_ = true;
+    budget_ = 0;
     ScriptError error(static_cast<int>(ErrorNumber::UserInterrupt));
     error.info.interrupted = true;
     throw error;
@@ -226,15 +236,7 @@ Value Machine::RunBorrowing(const Procedure& procedure) {
     };
     for (const auto& local : procedure.locals)
         bind(local.name, local.place);
-    ++nested_;
-    try {
-        Execute(depth);
-    } catch (...) {
-        --nested_;
-        throw;
-    }
-    --nested_;
-    return std::move(result_);
+    return RunAbove(depth);
 }
 
 void Machine::ExecuteHere(std::u16string_view text) {

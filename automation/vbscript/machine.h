@@ -73,6 +73,7 @@ class Machine {
     void Locate(ErrorInfo& info) const;
     const Mark* MarkAt(const Frame& frame, std::size_t pc, bool next) const;
     void AskHost();
+    Value RunAbove(std::size_t depth);
     Value RunBorrowing(const Procedure& procedure);
     std::size_t ScopeFrame() const;
 
@@ -144,6 +145,7 @@ class Machine {
     std::vector<Frame> frames_;
     Value result_;
     int nested_ = 0;
+    bool stopping_ = false; ///< the host has interrupted the script
     int budget_ = kStepsPerQuestion;
     /// Variables that Execute has added to a procedure, by the place of its frame.
     std::unordered_map<std::size_t, std::unordered_map<NameId, std::unique_ptr<Value>>> extras_;

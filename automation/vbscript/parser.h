@@ -128,6 +128,7 @@ class Parser {
     bool in_class_ = false;
     int do_depth_ = 0;
     int for_depth_ = 0;
+    int with_depth_ = 0;
     int one_line_if_ = 0; ///< statements of a one-line If end at Else and End If, too
     EndIf end_if_ = EndIf::Separate;
     int nesting_ = 0;

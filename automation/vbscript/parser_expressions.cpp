@@ -138,7 +138,8 @@ ExpressionPtr Parser::ParsePostfixOf(ExpressionPtr base) {
             base = MakeNode(CallExpression{std::move(base), std::move(args)}, at, depth);
             last_open_ = open;
             ends_with_call_ = true;
-        } else if (At(Symbol::Dot)) {
+        } else if (At(Symbol::Dot) && !(with_depth_ > 0 && Here().blank_before)) {
+            // Inside With, `Show .Name` passes a member of the With's object.
             Advance();
             if (!At(TokenKind::Word)) Fail(ErrorNumber::ExpectedIdentifier);
             const auto name = names_.Intern(Here().text);

@@ -341,7 +341,9 @@ WithStatement Parser::ParseWith() {
     Advance();
     WithStatement statement{ParseExpression(), {}};
     ExpectEndOfStatement();
+    ++with_depth_;
     statement.body = ParseBlock();
+    --with_depth_;
     ExpectEnd(Keyword::With, ErrorNumber::ExpectedWith);
     return statement;
 }

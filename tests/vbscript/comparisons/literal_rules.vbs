@@ -3,7 +3,7 @@ Dim s, n, ten
 s = "5" : n = 5 : ten = "010"
 WScript.Echo s = 5 ' -> True
 WScript.Echo "5" = 5 ' -> True
-WScript.Echo (("5")) = 5 ' -> True
+x = ((("5")) = 5) : WScript.Echo x ' -> True
 WScript.Echo ten = 10 ' -> True
 WScript.Echo "010" = CInt(10) ' -> False
 WScript.Echo "10" > CByte(5) ' -> False
