@@ -33,6 +33,9 @@ BurstScreen::BurstScreen(cPart& part, IniFiles& files, FileDialogs& dialogs, Tim
     : run(part, panel, tmrStartBurst), part_(part), files_(files), dialogs_(dialogs) {
     for (Element* element : FamilyElements(panel))
         element->Visible = false;
+    panel.cmbLdBurst.Click = [this] {
+        if (!part_.Updating) ChooseRegister(panel.cmbLdBurst.ListIndex);
+    };
 }
 
 void BurstScreen::ShowElements() {
@@ -90,7 +93,8 @@ void BurstScreen::Add(std::string_view regName, std::int16_t cmd) {
 void BurstScreen::ChooseRegister(int index) {
     ListBox& list = panel.cmbLdBurst;
     if (index < 0 || index >= list.ListCount()) return;
-    list.ListIndex = index;
+    // No selection stays, so that the same register can be chosen again.
+    list.ListIndex = -1;
     Add(list.List[static_cast<std::size_t>(index)], kLoadRegister);
 }
 

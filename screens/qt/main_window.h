@@ -12,6 +12,7 @@
 namespace zentrel {
 class AboutDialog;
 class BitsScreen;
+class BurstScreen;
 class Board;
 class ErrorList;
 class MenuModel;
@@ -41,6 +42,7 @@ struct WindowModels {
     RegistersScreen& registers;
     BitsScreen& bits;
     PortScreen& port;
+    BurstScreen& burst;
     ErrorList& errors;
     AboutDialog& about;
     const Board& board;

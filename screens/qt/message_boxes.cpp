@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -28,6 +29,27 @@ void TellNobody(std::string_view title, std::string_view text) {
 
 QString Title(std::string_view title) {
     return title.empty() ? QString::fromLatin1(kProgram) : FromModel(title);
+}
+
+// The kinds of file in the toolkit's form. On this desktop a name needs no point to be any file.
+QStringList FilterList() {
+    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString pattern =
+            parts[i + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1];
+        const QString name = parts[i].section(QLatin1String(" ("), 0, 0);
+        filters.append(QStringLiteral("%1 (%2)").arg(name, pattern));
+    }
+    return filters;
+}
+
+QString Filters() {
+    return FilterList().join(QLatin1String(";;"));
+}
+
+QString SelectedFilter() {
+    return FilterList().value(kSetupFileFilterIndex - 1);
 }
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
@@ -89,20 +111,24 @@ std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::strin
     return ToModel(dialog.textValue());
 }
 
-std::optional<std::string> FileDialogs::Open(const QString& title, const QString& filter,
-                                             std::string_view proposed) {
+std::optional<std::string> DesktopFileDialogs::OpenName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QString name = QFileDialog::getOpenFileName(window_, title, FromModel(proposed), filter);
+    QString selected = SelectedFilter();
+    const QString name =
+        QFileDialog::getOpenFileName(window_, FromModel(title), {}, Filters(), &selected);
     if (name.isEmpty()) return {};
     return ToModel(name);
 }
 
-std::optional<std::string> FileDialogs::Save(const QString& title, const QString& filter,
-                                             std::string_view proposed) {
+std::optional<std::string> DesktopFileDialogs::SaveName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QString name = QFileDialog::getSaveFileName(window_, title, FromModel(proposed), filter);
+    QString selected = SelectedFilter();
+    const QString name =
+        QFileDialog::getSaveFileName(window_, FromModel(title), {}, Filters(), &selected);
     if (name.isEmpty()) return {};
-    return ToModel(name);
+    // The usual ending, for a name that was typed without one under that filter.
+    const bool bare = selected == SelectedFilter() && QFileInfo(name).suffix().isEmpty();
+    return ToModel(bare ? name + QStringLiteral(".mac") : name);
 }
 
 } // namespace zentrel::view
