@@ -46,15 +46,11 @@ void cClkDist::TellOnce(const Error& failure) {
                                   " needs.");
 }
 
-const std::string& cClkDist::Name(const Names& names, int index) {
-    if (index < 0 || index >= static_cast<int>(names.size())) {
-        throw OutOfRange("channel " + std::to_string(index));
+std::size_t cClkDist::Row(int channel) {
+    if (channel < 0 || channel > kClockChannels) {
+        throw OutOfRange("channel " + std::to_string(channel));
     }
-    return names[static_cast<std::size_t>(index)];
-}
-
-std::string& cClkDist::Name(Names& names, int index) {
-    return const_cast<std::string&>(Name(static_cast<const Names&>(names), index));
+    return static_cast<std::size_t>(channel);
 }
 
 LinkedBlock* ClockBlocks::At(int position) {

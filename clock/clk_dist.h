@@ -67,14 +67,14 @@ class cClkDist final : public LinkedBlock {
     std::string NGlobalDelayName, RGlobalDelayName, InternalVCOName; ///< Held for scripts.
 
     /// The fields of channel `Index`, 0 to 8; throws OutOfRange beyond.
-    const std::string& GetClkDividerName(int Index) const { return Name(dividers_, Index); }
-    const std::string& GetClkDelayName(int Index) const { return Name(delays_, Index); }
-    const std::string& GetClkMuxName(int Index) const { return Name(muxes_, Index); }
-    const std::string& GetClkEnableName(int Index) const { return Name(enables_, Index); }
-    void SetClkDividerName(int Index, std::string_view name) { Name(dividers_, Index) = name; }
-    void SetClkDelayName(int Index, std::string_view name) { Name(delays_, Index) = name; }
-    void SetClkMuxName(int Index, std::string_view name) { Name(muxes_, Index) = name; }
-    void SetClkEnableName(int Index, std::string_view name) { Name(enables_, Index) = name; }
+    const std::string& GetClkDividerName(int Index) const { return dividers_[Row(Index)]; }
+    const std::string& GetClkDelayName(int Index) const { return delays_[Row(Index)]; }
+    const std::string& GetClkMuxName(int Index) const { return muxes_[Row(Index)]; }
+    const std::string& GetClkEnableName(int Index) const { return enables_[Row(Index)]; }
+    void SetClkDividerName(int Index, std::string_view name) { dividers_[Row(Index)] = name; }
+    void SetClkDelayName(int Index, std::string_view name) { delays_[Row(Index)] = name; }
+    void SetClkMuxName(int Index, std::string_view name) { muxes_[Row(Index)] = name; }
+    void SetClkEnableName(int Index, std::string_view name) { enables_[Row(Index)] = name; }
 
     /// The frequency that feeds the channels, by display mode and selected input. Shows
     /// "ERROR - GetSourceFrequency" in a mode that isn't known, and gives `ExtSRC_Freq` then.
@@ -102,8 +102,7 @@ class cClkDist final : public LinkedBlock {
 
   private:
     using Names = std::array<std::string, kClockChannels + 1>;
-    static const std::string& Name(const Names& names, int index);
-    static std::string& Name(Names& names, int index);
+    static std::size_t Row(int channel);
 
     std::optional<double> DividedVCO(bool bypassed) const;
     void FollowInternalVCO();
