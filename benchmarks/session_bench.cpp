@@ -76,6 +76,8 @@ class Device {
 struct Window {
     explicit Window(const Device& device) : files(AppPath(device.folder())) {
         frm.Main();
+        // The load alone, without saving the device that is left.
+        frm.menu("mnuSaveDeviceSettings").Checked = false;
         Load();
     }
     void Load() {
