@@ -153,7 +153,8 @@ void AddCLKChannel(cPart& part, int which_channel, std::string_view sClkDivName,
 cClkDist& LoadClkDist(cPart& part, const ClkDistEntry& entry) {
     cClkDist& block = AddClkDist(part, entry.name, std::to_string(entry.vcoCount),
                                  std::to_string(entry.clockCount), entry.pll,
-                                 static_cast<std::int16_t>(entry.entry));
+                                 static_cast<std::int16_t>(part.ClkDists.Count()));
+    block.entry = entry.entry;
     SetupCLKDIST(part, entry.nDelay, entry.rDelay, entry.inputDiv, entry.inputDivByp,
                  entry.inputMux, entry.refOscFreq, entry.extSrcFreq, entry.intVcoFreq);
     for (std::size_t c = 0; c < entry.channels.size(); ++c) {

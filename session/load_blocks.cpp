@@ -1,5 +1,4 @@
 #include "clock/clock_setup.h"
-#include "clock/display_mode.h"
 #include "device/number_text.h"
 #include "session/frm_part.h"
 #include "session/part_loader.h"
@@ -33,29 +32,11 @@ void PartLoader::AddClkDists() {
 }
 
 void PartLoader::AddClkDist(const ClkDistEntry& entry) {
-    cPart& part = frm_.part;
-    const auto number = static_cast<std::int16_t>(part.ClkDists.Count());
-    cClkDist& block = zentrel::AddClkDist(
-        part, Named("CLKDISTS", "CLKDIST", entry.entry, entry.name), std::to_string(entry.vcoCount),
-        std::to_string(entry.clockCount), entry.pll, number);
-    block.entry = entry.entry;
-    SetupCLKDIST(part, entry.nDelay, entry.rDelay, entry.inputDiv, entry.inputDivByp,
-                 entry.inputMux, entry.refOscFreq, entry.extSrcFreq, entry.intVcoFreq);
-    int channel = 0;
-    for (const ClockChannel& names : entry.channels) {
-        AddCLKChannel(part, channel++, names.divider, names.delay, names.mux, names.enable);
-    }
-    block.LF_C3 = entry.lfC3;
-    block.LF_R3 = entry.lfR3;
-    block.LF_C4 = entry.lfC4;
-    block.LF_R4 = entry.lfR4;
-    block.LF_C3C4 = entry.lfC3C4;
-    block.SetInputDividerName(entry.inputDiv);
-    block.InputMuxName = entry.inputMux;
-    block.InputDivBypVal = entry.inputDivBypVal;
-    block.InputDivBypVal_Clear = entry.inputDivBypClearVal;
-    if (SetDisplayMode(part, entry.displayType) == -1) {
-        frm_.messages.Show("Failed to set display mode " + entry.displayType);
+    ClkDistEntry named = entry;
+    named.name = Named("CLKDISTS", "CLKDIST", entry.entry, entry.name);
+    const cClkDist& block = LoadClkDist(frm_.part, named);
+    if (block.LinkedPLLInt == 0 && !block.LinkedPLLName().empty()) {
+        Note("CLKDISTS", "PLL" + KeyNumber(entry.entry), entry.pll, "no PLL");
     }
 }
 
