@@ -36,6 +36,7 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     tabs_ = new TabStripView(
         hand_, models_.tabs, [this](int tab, QWidget* parent) { return MakePage(tab, parent); },
         this);
+    tabs_->setMinimumHeight(Metrics::Now().Units(30));
     setCentralWidget(tabs_);
     status_ = new StatusBarView(models_.status, this);
     statusBar()->setSizeGripEnabled(false);
