@@ -59,9 +59,9 @@ RegistersView::RegistersView(const Hand& hand, RegistersScreen& model, QWidget* 
     hexDisplay_->setObjectName(QStringLiteral("lblHexDisplay"));
     page_ = new ScrollPage(this);
     page_->setWidgetResizable(false);
-    content_ = new QWidget;
+    content_ = new PageContent;
     page_->setWidget(content_);
-    content_->setAutoFillBackground(false);
+    content_->setAutoFillBackground(false); // It paints itself.
     readback_ = new ReadbackBar(hand, model, this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -179,7 +179,9 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameFocusRect:
     case PE_FrameTabWidget:
         return; // The bricks show the focus on their own frames.
-    case PE_PanelScrollAreaCorner: painter->fillRect(option->rect, Theme::Now().surface); return;
+    case PE_PanelScrollAreaCorner:
+        painter->fillRect(option->rect, Theme::Now().surface);
+        return;
     case PE_PanelButtonCommand:
         return PaintButton(*option, *painter);
     case PE_IndicatorCheckBox:
@@ -293,8 +295,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                   const QWidget* widget) const {
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
-    if (type == CT_HeaderSection)
-        result.setHeight(Metrics::Now().textHeight + Metrics::Now().unit);
+    if (type == CT_HeaderSection) result.setHeight(Metrics::Now().textHeight + Metrics::Now().unit);
     if (type == CT_PushButton) {
         const Metrics& m = Metrics::Now();
         result.setWidth(std::max(size.width() + m.Units(3), m.Units(6)));
