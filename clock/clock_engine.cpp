@@ -1,6 +1,7 @@
 #include "clock/clock_engine.h"
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "clock/clk_dist.h"
@@ -167,6 +168,16 @@ void SetDistribution_TM(const cPart& part) {
 }
 void SetOSCin_TM(const cPart& part) {
     SelectTestModeInput(part, 2);
+}
+
+void SelectInput(const cPart& part, int index) {
+    constexpr void (*kTestModeChoices[])(const cPart&) = {SetVCO_TM, SetExtVCO_TM,
+                                                          SetDistribution_TM, SetOSCin_TM};
+    if (ClockModeBit(part) != kTestMode) {
+        part.PrgmBits("MODE").SetBitValue(index);
+    } else if (index >= 0 && index < static_cast<int>(std::size(kTestModeChoices))) {
+        kTestModeChoices[index](part);
+    }
 }
 
 namespace {

@@ -40,6 +40,9 @@ void SetExtVCO_TM(const cPart& part);
 void SetDistribution_TM(const cPart& part);
 void SetOSCin_TM(const cPart& part);
 
+/// Writes entry `index` of `cbClkInputMux` to "MODE", or in the test mode to "INPUT_MUX" by those.
+void SelectInput(const cPart& part, int index);
+
 /// What one channel puts out.
 struct ChannelOutput {
     std::optional<double> divider; ///< Nothing when the divider's field can't be read.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "clock/clk_dist.h"
+#include "clock/clock_change.h"
 #include "clock/clock_entry.h"
 #include "device/errors.h"
 #include "device/number_text.h"
@@ -49,30 +50,36 @@ int NextEntry(const cPrgmBits& list, std::int16_t FilterPair::*clicked,
     return at->second;
 }
 
-void StepCapacitor(cClkDist& block, std::int16_t FilterPair::*clicked,
+void StepCapacitor(cClkDist& block, std::string_view element, std::int16_t FilterPair::*clicked,
                    std::int16_t FilterPair::*kept, MouseButton button) {
     if (block.LF_C3C4.empty()) return;
     cPart& part = block.Part();
-    cPrgmBits& list = part.PrgmBits(block.LF_C3C4);
-    list.SetBitValue(NextEntry(list, clicked, kept, button));
+    const bool stepped = ChangeModel(block, element, [&] {
+        cPrgmBits& list = part.PrgmBits(block.LF_C3C4);
+        list.SetBitValue(NextEntry(list, clicked, kept, button));
+    });
     Displays& displays = *part.upward().displays;
     displays.UpdatePLLDisplay();
     displays.UpdateCLKDISTDisplay();
     displays.UpdateRegisterDisplay();
     displays.UpdateBitDisplay();
     displays.UpdateLoopFilterDisplay();
-    LoadChanges(part);
+    if (stepped) LoadChanges(part);
 }
 
-void StepResistor(cPart& part, const std::string& name, MouseButton button) {
+void StepResistor(cClkDist& block, std::string_view element, const std::string& name,
+                  MouseButton button) {
     if (name.empty() || button == MouseButton::Other) return;
-    cPrgmBits& list = part.PrgmBits(name);
-    button == MouseButton::Left ? list.Increment() : list.Decrement();
+    cPart& part = block.Part();
+    const bool stepped = ChangeModel(block, element, [&] {
+        cPrgmBits& list = part.PrgmBits(name);
+        button == MouseButton::Left ? list.Increment() : list.Decrement();
+    });
     Displays& displays = *part.upward().displays;
     displays.UpdatePLLDisplay();
     displays.UpdateCLKDISTDisplay();
     displays.UpdateRegisterDisplay();
-    LoadChanges(part);
+    if (stepped) LoadChanges(part);
 }
 
 // A field's text; what can't be read says so in the field's place.
@@ -142,16 +149,16 @@ std::optional<FilterPair> ReadC3C4(std::string_view text) {
 }
 
 void ClickR3(cClkDist& block, MouseButton button) {
-    StepResistor(block.Part(), block.LF_R3, button);
+    StepResistor(block, "clkdist_R3", block.LF_R3, button);
 }
 void ClickR4(cClkDist& block, MouseButton button) {
-    StepResistor(block.Part(), block.LF_R4, button);
+    StepResistor(block, "clkdist_R4", block.LF_R4, button);
 }
 void ClickC3(cClkDist& block, MouseButton button) {
-    StepCapacitor(block, &FilterPair::C3, &FilterPair::C4, button);
+    StepCapacitor(block, "clkdist_C3", &FilterPair::C3, &FilterPair::C4, button);
 }
 void ClickC4(cClkDist& block, MouseButton button) {
-    StepCapacitor(block, &FilterPair::C4, &FilterPair::C3, button);
+    StepCapacitor(block, "clkdist_C4", &FilterPair::C4, &FilterPair::C3, button);
 }
 
 void ShowLoopFilter(cClkDist& block) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "device/number_text.h"
 #include "device/part.h"
 
 namespace zentrel {
@@ -27,6 +28,15 @@ T& Take(ElementArray<T>& array, int index) {
     T& element = array[static_cast<std::size_t>(index)];
     element.Visible = true;
     return element;
+}
+
+// The field's texts; a list of numbers without texts shows its numbers.
+std::vector<std::string> TextsOf(const cPrgmBits& field) {
+    const auto& values = field.ValueArray();
+    if (field.StringArray().size() > 1 || values.size() < 2) return field.StringArray();
+    std::vector<std::string> texts(values.size());
+    std::transform(values.begin(), values.end(), texts.begin(), NumberToText);
+    return texts;
 }
 
 // Back to the template alone, hidden.
@@ -97,7 +107,7 @@ void BitsScreen::AddList(const cPrgmBits& field, std::string_view group) {
     const int index = listsUsed_++;
     Take(lblCmbBits, index).Caption = field.ID;
     ListBox& list = Take(cmbBits, index);
-    list.List = field.StringArray();
+    list.List = TextsOf(field);
     list.ListIndex = -1;
     list.Click = [this, index] { ChooseListEntry(index); };
     Place(items_.emplace_back(Item{Kind::List, index, std::string(group)}));

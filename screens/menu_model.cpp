@@ -122,13 +122,21 @@ MenuNode MakeArrayItem(const MenuNode& array) {
     return item;
 }
 
-const MenuNode* FindIn(const std::deque<MenuNode>& nodes, std::string_view name) {
-    for (const MenuNode& node : nodes) {
+// `Nodes` is a deque of nodes, const or not, and so is what is found.
+template<typename Nodes>
+auto FindIn(Nodes& nodes, std::string_view name) -> decltype(&nodes.front()) {
+    for (auto& node : nodes) {
         if (EqualNoCase(node.name, name)) return &node;
         if (node.kind == kArray) continue;
-        if (const MenuNode* found = FindIn(node.children, name)) return found;
+        if (auto* found = FindIn(node.children, name)) return found;
     }
     return nullptr;
+}
+
+template<typename Nodes>
+auto& FindOrThrow(Nodes& nodes, std::string_view name) {
+    if (auto* node = FindIn(nodes, name)) return *node;
+    throw NotFound("menu", name);
 }
 
 } // namespace
@@ -152,12 +160,11 @@ MenuModel::MenuModel() {
 }
 
 const MenuNode& MenuModel::operator()(std::string_view name) const {
-    if (const MenuNode* node = FindIn(bar_, name)) return *node;
-    throw NotFound("menu", name);
+    return FindOrThrow(bar_, name);
 }
 
 MenuNode& MenuModel::operator()(std::string_view name) {
-    return const_cast<MenuNode&>(std::as_const(*this)(name));
+    return FindOrThrow(bar_, name);
 }
 
 MenuNode& MenuModel::operator()(std::string_view array, int index) {

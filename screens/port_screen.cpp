@@ -11,6 +11,7 @@
 #include "screens/timers.h"
 #include "transport/auto_reload.h"
 #include "transport/load_path.h"
+#include "transport/lpt_route.h"
 #include "transport/usb_bridge.h"
 
 namespace zentrel {
@@ -27,14 +28,9 @@ constexpr int kOtherAddress = 3;
 constexpr int kUsb = 0;
 constexpr int kLpt = 1;
 
-// The addresses of the first three choices are the standard ones; the last is where "Other" starts.
-constexpr std::int16_t AddressOf(int choice) {
-    return static_cast<std::int16_t>(888 - 256 * (choice & 1) + 34 * (choice & 2));
-}
-
 int ChoiceOf(std::int16_t address) {
     for (int choice = 0; choice < kOtherAddress; ++choice) {
-        if (AddressOf(choice) == address) return choice;
+        if (PortAddressOfOption(choice) == address) return choice;
     }
     return kOtherAddress;
 }
@@ -103,7 +99,7 @@ void PortScreen::SelectPortAdr(int index) {
     Choose(optPortAdr, index);
     if (part_.Updating) return;
     const UpdatingScope updating(part_);
-    part_.PortAddress = AddressOf(index);
+    part_.PortAddress = PortAddressOfOption(index);
     txtPortAdr.Text = HexText(part_.PortAddress);
     txtPortAdr.Enabled = index >= kOtherAddress;
     WarnOfBursts();
@@ -164,8 +160,8 @@ void PortScreen::SelectPrgmBit(int number) {
     const int row = number / kPinOptions;
     const int option = number % kPinOptions;
     if (number < 0 || row >= rows_) return;
-    for (int o = 0; o < kPinOptions; ++o)
-        optPrgmBit[static_cast<std::size_t>(row * kPinOptions + o)].Value = o == option;
+    for (int n = row * kPinOptions; n < (row + 1) * kPinOptions; ++n)
+        optPrgmBit[static_cast<std::size_t>(n)].Value = n == number;
     if (part_.Updating) return;
 
     const UpdatingScope updating(part_);

@@ -80,6 +80,9 @@ void RegistersScreen::MakeTemplate() {
     txtRegBits[0].Visible = false;
     cmdLoadReg[0].Visible = lblRegName2[0].Visible = lblHexRegValue[0].Visible = false;
     cmdReadback[0].Visible = false;
+    hscRegisters = {};
+    vscRegisters = {};
+    hscRegisters.Visible = vscRegisters.Visible = false;
 }
 
 void RegistersScreen::ShowReadback(bool visible) {
@@ -141,8 +144,6 @@ void RegistersScreen::Clear() {
     MakeTemplate();
     ShowReadback(false);
     txtReadbackRegVal.Text.clear();
-    hscRegisters = {};
-    vscRegisters = {};
     ++layout_;
 }
 

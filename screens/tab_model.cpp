@@ -32,12 +32,16 @@ void TabModel::FocusBox(std::string_view name, int index) {
 }
 
 const TabPage& TabModel::Page(int tab) const {
-    if (tab < 0 || tab >= TabCount()) throw OutOfRange("tab " + std::to_string(tab));
-    return pages_[static_cast<std::size_t>(tab)];
+    return pages_[Place(tab)];
 }
 
 TabPage& TabModel::Page(int tab) {
-    return const_cast<TabPage&>(std::as_const(*this).Page(tab));
+    return pages_[Place(tab)];
+}
+
+std::size_t TabModel::Place(int tab) const {
+    if (tab < 0 || tab >= TabCount()) throw OutOfRange("tab " + std::to_string(tab));
+    return static_cast<std::size_t>(tab);
 }
 
 int TabModel::AddTab(std::string caption) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -66,6 +67,8 @@ class TabModel : public TabStrip, public Element {
     std::uint64_t layout() const { return layout_; }
 
   private:
+    std::size_t Place(int tab) const;
+
     std::deque<TabPage> pages_;
     int selected_ = 0;
     FocusRequest focus_;

@@ -17,7 +17,7 @@ struct TickingTimer : Timer {
     void Fire(Events& events) {
         if (!Enabled || waiting_) return;
         waiting_ = true;
-        events.RunWhenIdle([this] {
+        events.RunSoon([this] {
             waiting_ = false;
             if (Enabled && Tick) Tick();
         });

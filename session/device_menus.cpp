@@ -12,7 +12,7 @@ constexpr std::string_view kRecent = "mnuRecent";
 
 } // namespace
 
-void DeviceMenus::Connect(Select select) {
+void DeviceMenus::Connect(const Select& select) {
     for (const DeviceFamily& family : kDeviceFamilies) {
         menu_.ConnectArray(family.itemMenu, [this, select, &family](int index) {
             const std::string caption = menu_(family.itemMenu, index).Caption;

@@ -24,7 +24,7 @@ class DeviceMenus {
     DeviceMenus(MenuModel& menu, IniFiles& files) : menu_(menu), files_(files) {}
 
     /// What a click on a device does.
-    void Connect(Select select);
+    void Connect(const Select& select);
 
     /// Reads the catalogue, once at start: the nine device sections, then the recent list. Values
     /// that can't be used come back as problems.

@@ -1,6 +1,7 @@
 #include "session/displays.h"
 
 #include "screens/bits_screen.h"
+#include "screens/burst_screen.h"
 #include "screens/port_screen.h"
 #include "screens/registers_screen.h"
 
@@ -27,7 +28,7 @@ void SessionDisplays::UpdatePortDisplay() {
 }
 
 void SessionDisplays::UpdateBurstDisplay() {
-    if (Bursts) Bursts();
+    burst_.UpdateBurstDisplay();
 }
 
 } // namespace zentrel

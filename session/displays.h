@@ -7,6 +7,7 @@
 namespace zentrel {
 
 class BitsScreen;
+class BurstScreen;
 class PortScreen;
 class RegistersScreen;
 
@@ -14,10 +15,11 @@ class RegistersScreen;
 /// that connect themselves; one that isn't there refreshes nothing.
 class SessionDisplays : public Displays {
   public:
-    SessionDisplays(BitsScreen& bits, RegistersScreen& registers, PortScreen& port)
-        : bits_(bits), registers_(registers), port_(port) {}
+    SessionDisplays(BitsScreen& bits, RegistersScreen& registers, PortScreen& port,
+                    BurstScreen& burst)
+        : bits_(bits), registers_(registers), port_(port), burst_(burst) {}
 
-    std::function<void()> PLLs, ClkDists, Bursts;
+    std::function<void()> PLLs, ClkDists;
 
     void UpdatePLLDisplay() override;
     void UpdateCLKDISTDisplay() override;
@@ -30,6 +32,7 @@ class SessionDisplays : public Displays {
     BitsScreen& bits_;
     RegistersScreen& registers_;
     PortScreen& port_;
+    BurstScreen& burst_;
 };
 
 } // namespace zentrel

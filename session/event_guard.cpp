@@ -69,13 +69,28 @@ void EventGuard::RunWhenIdle(std::function<void()> event) {
     }
 }
 
+void EventGuard::RunSoon(std::function<void()> event) {
+    if (busy()) {
+        ticks_.push_back(std::move(event));
+    } else {
+        Run(event);
+    }
+}
+
+void EventGuard::ServePause() {
+    // What these ticks ask for in turn waits for the next pause.
+    for (const auto& tick : std::exchange(ticks_, {}))
+        Run(tick);
+}
+
 void EventGuard::EndEvent() {
     if (busy()) return;
     if (AfterEvent) AfterEvent();
     if (std::exchange(serving_, true)) return;
-    while (!waiting_.empty()) {
-        const auto event = std::move(waiting_.front());
-        waiting_.pop_front();
+    while (!ticks_.empty() || !waiting_.empty()) {
+        auto& queue = ticks_.empty() ? waiting_ : ticks_;
+        const auto event = std::move(queue.front());
+        queue.pop_front();
         Run(event);
     }
     serving_ = false;

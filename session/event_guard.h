@@ -18,6 +18,9 @@ class EventGuard : public Events {
 
     bool Run(const std::function<void()>& event) override;
     void RunWhenIdle(std::function<void()> event) override;
+    void RunSoon(std::function<void()> event) override;
+    /// Between two passes of a burst: runs the ticks that came meanwhile.
+    void ServePause();
 
     /// Runs a call of an outside program: flags and waiting are the same, but a failure goes back
     /// to the caller.
@@ -55,7 +58,8 @@ class EventGuard : public Events {
     cPart& part_;
     int depth_ = 0;
     bool serving_ = false;
-    std::deque<std::function<void()>> waiting_;
+    std::deque<std::function<void()>> ticks_;
+    std::deque<std::function<void()>> waiting_; // for the thread to be idle
 };
 
 } // namespace zentrel

@@ -1,4 +1,3 @@
-#include <array>
 #include <string>
 #include <utility>
 
@@ -65,16 +64,6 @@ void FrmPart::ConnectMenu() {
 
 // The entries whose work is done outside the session.
 void FrmPart::ConnectLinks() {
-    if (links.SaveDeviceSettings) ConnectToggle("mnuSaveDeviceSettings", [](bool) {});
-    const std::array<std::pair<std::string_view, std::function<void()>>, 3> entries{{
-        {"mnuSave", links.SaveSetup},
-        {"mnuRestore", links.RestoreSetup},
-        {"mnuAddMode", links.AddMode},
-    }};
-    for (const auto& [name, action] : entries) {
-        if (action) menu.Connect(name, action);
-    }
-    if (links.RestoreMode) menu.ConnectArray("mnuMode", links.RestoreMode);
     if (links.OpenWebPage) {
         menu.Connect("mnuORVWireless", [this] { links.OpenWebPage(kMakersPage); });
     }

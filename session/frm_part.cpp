@@ -7,6 +7,7 @@
 #include "partfile/catalogue.h"
 #include "partfile/migration.h"
 #include "session/part_loader.h"
+#include "setups/device_settings.h"
 #include "synth/pll_display.h"
 #include "synth/pll_setup.h"
 #include "transport/auto_reload.h"
@@ -40,17 +41,20 @@ class FrmPart::PartFileKeys : public PartFileWriter {
     FrmPart& frm_;
 };
 
-FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes)
-    : part(device), session(device.session()), files(iniFiles), messages(boxes), registers(device),
-      bits(device), port(device, timers), frmErrorList(session), frmAbout(session), guard(device),
-      displays(bits, registers, port), builder_(tabPart, registers, bits, port),
-      deviceMenus_(menu, iniFiles), blocks_(device),
-      partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
+FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes, FileDialogs& fileDialogs)
+    : part(device), session(device.session()), files(iniFiles), messages(boxes),
+      dialogs(fileDialogs), registers(device), bits(device), port(device, timers),
+      burst(device, iniFiles, fileDialogs, timers.tmrStartBurst), frmErrorList(session),
+      frmAbout(session), guard(device), displays(bits, registers, port, burst),
+      builder_(tabPart, registers, bits, port, burst), deviceMenus_(menu, iniFiles),
+      burstRoute_(device), blocks_(device), partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
     ConnectUpward();
     ConnectMenu();
+    ConnectSetups();
     displays.PLLs = [this] { UpdatePLLDisplay(part); };
     displays.ClkDists = [this] { UpdateCLKDISTDisplay(part); };
     tabPart.Selected = [this](int, int now) { registers.TabSelected(now); };
+    timers.tmrStartBurst.Tick = [this] { burst.run.tmrStartBurst_Timer(); };
     timers.tmrAutoReload.Tick = [this] { tmrAutoReload_Timer(part); };
 }
 
@@ -64,6 +68,7 @@ FrmPart::~FrmPart() {
     upward.builder = none.builder;
     upward.options = none.options;
     upward.port = none.port;
+    upward.route = none.route;
     upward.blocks = none.blocks;
     upward.partFile = none.partFile;
     part.Connect(upward);
@@ -78,6 +83,7 @@ void FrmPart::ConnectUpward() {
     upward.builder = &builder_;
     upward.options = &menu;
     upward.port = &port;
+    upward.route = &burstRoute_;
     upward.blocks = &blocks_;
     upward.partFile = partFileKeys_.get();
     part.Connect(upward);
@@ -132,21 +138,26 @@ void FrmPart::CleanUp() {
 }
 
 void FrmPart::ClearForm() {
-    if (!part.ID.empty()) {
-        if (links.SaveDeviceSettings && menu("mnuSaveDeviceSettings").Checked) {
-            links.SaveDeviceSettings();
-        }
-        deviceMenus_.SaveRecentList();
-        TellWriteFailures();
-    }
+    if (!part.ID.empty()) SaveOnLeaving();
     ClearScreens();
+}
+
+// Whatever fails here is told, and the device is left all the same: there is no other way on.
+void FrmPart::SaveOnLeaving() {
+    try {
+        if (menu("mnuSaveDeviceSettings").Checked) SaveDeviceSettings(part, files);
+    } catch (const std::exception& error) {
+        messages.Show(error.what(), {}, MessageIcon::Exclamation);
+    }
+    deviceMenus_.SaveRecentList();
+    TellWriteFailures();
 }
 
 void FrmPart::ClearScreens() {
     port.Clear();
     bits.Clear();
     registers.Clear();
-    if (links.ClearBurstScreen) links.ClearBurstScreen();
+    burst.Clear();
     part.tabdata.Clear();
     menu.TrimItems(kModeMenu, 1);
     menu(kModeMenu, 0).Visible = false;
@@ -159,7 +170,7 @@ void FrmPart::Form_Unload(bool& Cancel) {
         return;
     }
     if (part.BurstRunning()) {
-        if (links.StopBurstCommands) links.StopBurstCommands();
+        burst.run.StopBurstCommands();
         Cancel = true;
         return;
     }
@@ -179,15 +190,17 @@ void FrmPart::SelectDevice(const std::string& caption, std::optional<std::string
                            DeviceMenus::Reorder reorder) {
     std::optional<std::string> given;
     if (family) given = std::string(*family);
-    if (part.BurstRunning()) {
-        if (links.StopBurstCommands) links.StopBurstCommands();
-        guard.RunWhenIdle(
-            [this, caption, given, reorder] { SelectDevice(caption, given, reorder); });
+    const auto change = [this, caption, given, reorder] {
+        std::string name = caption;
+        SetupPartForm(name, given);
+        if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    };
+    if (!part.BurstRunning()) {
+        change();
         return;
     }
-    std::string name = caption;
-    SetupPartForm(name, given);
-    if (reorder == DeviceMenus::Reorder::Yes) deviceMenus_.UpdateRecentList(part.ID);
+    burst.run.StopBurstCommands();
+    guard.RunWhenIdle(change);
 }
 
 void FrmPart::AddError(std::string_view newerror) {

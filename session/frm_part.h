@@ -7,12 +7,15 @@
 #include <string>
 #include <string_view>
 
+#include "burst/burst_list.h"
 #include "clock/clk_dist.h"
 #include "device/part.h"
 #include "partfile/ini_file.h"
 #include "screens/about.h"
 #include "screens/bits_screen.h"
+#include "screens/burst_screen.h"
 #include "screens/error_list.h"
+#include "screens/file_dialogs.h"
 #include "screens/menu_model.h"
 #include "screens/port_screen.h"
 #include "screens/registers_screen.h"
@@ -30,13 +33,6 @@ namespace zentrel {
 /// What rooms beside and above the session do at its turning points. An empty place is passed over.
 struct SessionLinks {
     ScriptHost* scripts = nullptr; ///< Null: script modules are passed over.
-    /// Writes the device's present settings into its part file.
-    std::function<void()> SaveDeviceSettings;
-    std::function<void()> SaveSetup, RestoreSetup; ///< The file menu's two entries.
-    std::function<void()> AddMode;
-    std::function<void(int index)> RestoreMode; ///< A click on mode `index`.
-    std::function<void()> StopBurstCommands;
-    std::function<void()> ClearBurstScreen; ///< The device is being left.
     /// The engineer chose another board: the drivers change places.
     std::function<void(bool simulated)> SetBoard;
     std::function<void(std::string_view url)> OpenWebPage;
@@ -49,9 +45,10 @@ struct SessionLinks {
 /// change empties and fills it.
 class FrmPart {
   public:
-    /// Takes its place as the device's upward side, but for hooks, event pause, route observer and
-    /// linked blocks, which stay as they are connected.
-    FrmPart(cPart& part, IniFiles& files, Messages& messages);
+    /// Takes its place as the device's upward side, but for hooks and event pause, which stay as
+    /// they are connected.
+    FrmPart(cPart& part, IniFiles& files, Messages& messages,
+            FileDialogs& dialogs = FileDialogs::None());
     ~FrmPart();
     FrmPart(const FrmPart&) = delete;
     FrmPart& operator=(const FrmPart&) = delete;
@@ -60,6 +57,7 @@ class FrmPart {
     Session& session;
     IniFiles& files;
     Messages& messages;
+    FileDialogs& dialogs;
     SessionLinks links;
 
     // The window and its screens.
@@ -72,14 +70,12 @@ class FrmPart {
     RegistersScreen registers;
     BitsScreen bits;
     PortScreen port;
+    BurstScreen burst;
     ErrorList frmErrorList;
     AboutDialog frmAbout;
 
     EventGuard guard;
     SessionDisplays displays;
-
-    /// The burst screen's elements are in use: a device was picked from a family once.
-    bool BurstScreenVisible = false;
 
     // Start.
     /// Prepares everything and shows the window, without a device.
@@ -110,6 +106,14 @@ class FrmPart {
     /// Takes the device's tabs down.
     void RemoveTabs();
 
+    /// Restores a mode twice over, by its number or by the first caption that it matches, letters
+    /// in any case; a name that matches none does nothing.
+    void RestoreMode(int Index);
+    void RestoreModeString(std::string_view name);
+    /// Merges the setup into a file of that name; restores one.
+    void SaveBurstCommands(std::string_view sFileName);
+    void LoadBurstCommands(std::string_view sFileName);
+
     /// The path of the loaded device's part file.
     std::string PartFile() const;
 
@@ -131,13 +135,17 @@ class FrmPart {
     void ConnectUpward();
     void ConnectMenu();
     void ConnectLinks();
+    void ConnectSetups();
+    void AddMode();
     void ConnectToggle(std::string_view name, std::function<void(bool checked)> changed);
     void ShowBench(bool simulated);
     void TellStatus();
+    void SaveOnLeaving();
     void ClearScreens();
 
     ScreenFactory builder_;
     DeviceMenus deviceMenus_;
+    BurstRouteObserver burstRoute_;
     ClockBlocks blocks_;
     std::unique_ptr<PartFileKeys> partFileKeys_;
 };

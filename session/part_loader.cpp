@@ -73,7 +73,7 @@ void PartLoader::Finish(bool familyGiven) {
     Late([this] { frm_.displays.UpdateRegisterDisplay(); });
     Late([this] { frm_.displays.UpdateBitDisplay(); });
     Late([this] { frm_.displays.UpdatePortDisplay(); });
-    if (familyGiven) frm_.BurstScreenVisible = true;
+    if (familyGiven) frm_.burst.ShowElements();
     frm_.tabPart.Visible = true;
     RunOnLoadHooks();
     frm_.part.UpdateDisplays();

@@ -1,7 +1,9 @@
 #include "session/screen_factory.h"
 
 #include "clock/clk_dist.h"
+#include "device/register.h"
 #include "screens/bits_screen.h"
+#include "screens/burst_screen.h"
 #include "screens/port_screen.h"
 #include "screens/registers_screen.h"
 #include "screens/tab_model.h"
@@ -16,6 +18,7 @@ void ScreenFactory::RegisterLengthChanged(int bits) {
 void ScreenFactory::AddRegisterRow(cRegister& reg) {
     tabs_.SelectTab(kRegistersTab);
     registers_.AddRow(reg);
+    burst_.AddRegister(reg.ID());
 }
 
 void ScreenFactory::AddBitElement(cPrgmBits& field, std::string_view group) {

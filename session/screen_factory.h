@@ -7,6 +7,7 @@
 namespace zentrel {
 
 class BitsScreen;
+class BurstScreen;
 class PortScreen;
 class RegistersScreen;
 class TabModel;
@@ -15,8 +16,9 @@ class TabModel;
 /// which is selected for it.
 class ScreenFactory : public ScreenBuilder {
   public:
-    ScreenFactory(TabModel& tabs, RegistersScreen& registers, BitsScreen& bits, PortScreen& port)
-        : tabs_(tabs), registers_(registers), bits_(bits), port_(port) {}
+    ScreenFactory(TabModel& tabs, RegistersScreen& registers, BitsScreen& bits, PortScreen& port,
+                  BurstScreen& burst)
+        : tabs_(tabs), registers_(registers), bits_(bits), port_(port), burst_(burst) {}
 
     void RegisterLengthChanged(int bits) override;
     void AddRegisterRow(cRegister& reg) override;
@@ -32,6 +34,7 @@ class ScreenFactory : public ScreenBuilder {
     RegistersScreen& registers_;
     BitsScreen& bits_;
     PortScreen& port_;
+    BurstScreen& burst_;
 };
 
 } // namespace zentrel

@@ -52,10 +52,9 @@ void EnterCrystal(cPart& part, int i, bool enterKey) {
             mhz = -mhz;
             panel.txtOsc.Text = NumberToText(mhz);
         }
-        if (!IsUsable(mhz * 1e6)) return;
-        OSCinFrequencySetValue(part, mhz, i);
+        if (!OSCinFrequencySetValue(part, mhz, i) || !enterKey) return;
         const std::string& field = panel.lblPLLOSCBit.Tag;
-        if (enterKey && !field.empty()) part.PrgmBits(field).SetValue(mhz);
+        if (!field.empty()) part.PrgmBits(field).SetValue(mhz);
     });
 }
 
@@ -101,13 +100,17 @@ void VCOFrequencySetValue(cPart& part, int pllIndex, double vcofreq) {
     });
 }
 
-void OSCinFrequencySetValue(cPart& part, double freq, int pllIndex) {
-    if (!IsUsable(freq * 1e6)) return;
+bool OSCinFrequencySetValue(cPart& part, double freq, int pllIndex) {
+    bool taken = false;
     AllOrNothing(part, pllIndex, [&] {
         cPLL& pll = PllOfTag(part, part.PLLs(pllIndex).panel.txtOsc.Tag, pllIndex);
+        const double before = pll.XtalFrequency();
         pll.SetXtalFrequency(freq);
+        taken = freq == before || pll.XtalFrequency() != before;
+        if (!taken) return;
         if (LinkedBlock* block = LinkedBlockOf(pll)) block->SetRefOSC_Freq(freq);
     });
+    return taken;
 }
 
 void txtVCO_Apply(cPart& part, int pllIndex) {

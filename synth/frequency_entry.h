@@ -27,8 +27,9 @@ const PllBox* FindPllBox(std::string_view name);
 /// the PLL drives, if there is one, and computes N. When the block takes none, N is computed from
 /// the frequency that was handed over last. All or nothing; no display follows.
 void VCOFrequencySetValue(cPart& part, int pllIndex, double vcofreq);
-/// The way in for a typed crystal, in MHz: the PLL's and the linked block's reference.
-void OSCinFrequencySetValue(cPart& part, double freq, int pllIndex);
+/// The way in for a typed crystal, in MHz: the PLL's and the linked block's reference. False when
+/// the PLL didn't take it, and then nothing has changed.
+bool OSCinFrequencySetValue(cPart& part, double freq, int pllIndex);
 /// VCOFrequencySetValue with the number in `txtVCO`.
 void txtVCO_Apply(cPart& part, int pllIndex);
 

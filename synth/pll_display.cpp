@@ -12,10 +12,10 @@ namespace {
 
 std::string FactorText(const cPrgmBits& doubler) {
     const std::string text = doubler.Text();
-    if (cPLL::IsDoublerSwitch(doubler)) {
-        if (const auto number = ParseNumber(text)) return NumberToText(*number + 1) + "X";
-    }
-    return text + "X";
+    if (!cPLL::IsDoublerSwitch(doubler)) return text + "X";
+    const auto number = ParseNumber(text);
+    if (!number) throw TypeMismatch("\"" + text + "\" of " + doubler.ID);
+    return NumberToText(*number + 1) + "X";
 }
 
 // One PLL's part of a refresh, step by step. A step that fails leaves its element as it was.

@@ -1,5 +1,6 @@
 #include "clock/clock_entry.h"
 
+#include "clock/clock_click.h"
 #include "clock/clock_engine.h"
 #include "tests/clock/clock_rig.h"
 

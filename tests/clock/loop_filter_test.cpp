@@ -101,6 +101,18 @@ TEST(LoopFilter, a_block_without_the_component_ignores_the_click) {
     EXPECT_THAT(device.calls, IsEmpty());
 }
 
+TEST(LoopFilter, a_component_whose_field_is_gone_is_told_and_sends_nothing) {
+    Device device({"0,10", "50,10"});
+    device.block.LF_C3C4 = device.block.LF_R3 = "GONE";
+    device.part.Registers(1).SetChange(true);
+    ClickC3(device.block, MouseButton::Left);
+    ClickR3(device.block, MouseButton::Right);
+    EXPECT_THAT(device.messages,
+                ElementsAre("Error... No program bit: GONE required for: clkdist_C3",
+                            "Error... No program bit: GONE required for: clkdist_R3"));
+    EXPECT_TRUE(device.part.Registers(1).changed());
+}
+
 TEST(LoopFilter, the_diagram_shows_the_values_with_their_unit) {
     struct Row {
         const char *item, *c3, *c4;

@@ -134,6 +134,15 @@ TEST_F(BitsAndPins, a_list_value_beyond_its_texts_is_told_and_the_others_update)
     EXPECT_EQ(screen.cmbBits[1].ListIndex, 1);
 }
 
+TEST_F(BitsAndPins, a_list_of_numbers_shows_them) {
+    cPrgmBits& current = desk.AddField("CURRENT", "R0", 12, 3);
+    current.SetValueArray({0.625, 1.25, 5});
+    screen.AddList(current, "");
+    EXPECT_THAT(screen.cmbBits[0].List, ElementsAre("0.625", "1.25", "5"));
+    screen.cmbBits[0].SetListIndex(2);
+    EXPECT_EQ(current.Value(), 5);
+}
+
 TEST_F(BitsAndPins, a_field_without_its_register_doesnt_stop_the_others) {
     screen.AddBit(desk.AddField("LOST", "nowhere", 0, 1), "");
     AddAll();

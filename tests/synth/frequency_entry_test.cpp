@@ -279,6 +279,10 @@ TEST(FrequencyEntry, a_typed_crystal_is_the_linked_blocks_reference_too) {
     EXPECT_EQ(block.reference, 25);
     rig.Enter("txtOsc", "1e15");
     EXPECT_EQ(block.reference, 25) << "in hertz beyond 64 bits";
+    rig.session.bVCOFixed = true;
+    rig.Enter("txtOsc", "1e-250");
+    EXPECT_EQ(pll.XtalFrequency(), 25) << "the N that would keep the VCO is beyond 64 bits";
+    EXPECT_EQ(block.reference, 25);
 }
 
 TEST(FrequencyEntry, a_typed_n_carries_the_vco_to_the_linked_block) {

@@ -85,12 +85,12 @@ TEST(PllToggles, show_bits_keeps_the_order_of_the_signal_path) {
           "N Counter:                           N", "Fractional Numerator:          NUM",
           "Fractional Denominator:       DEN", "OUT0 Divider:                        O0",
           "OUT Divider:                        O1"}) {
-        const std::size_t found = text.find("\r\n" + std::string(row));
+        const std::size_t found = text.find(std::string("\r\n").append(row));
         ASSERT_NE(found, std::string::npos) << row;
         EXPECT_GT(found, at) << row;
         at = found;
     }
-    EXPECT_EQ(text.substr(text.size() - 2), "O1");
+    EXPECT_TRUE(text.ends_with("O1"));
 }
 
 } // namespace

@@ -152,7 +152,8 @@ class Rig {
         void UpdateBurstDisplay() override { Note("BURST"); }
         void Note(const char* name) {
             if (log.empty()) pendingAtFirst = rig->Pending();
-            log += (log.empty() ? "" : " ") + std::string(name);
+            if (!log.empty()) log += ' ';
+            log += name;
         }
         Rig* rig = nullptr;
         std::string log;

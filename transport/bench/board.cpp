@@ -12,7 +12,7 @@ BitWord AddressBits(const cRegister& reg) {
     return reg.Mask() < 0 ? BitWord() : BitWord(static_cast<std::uint64_t>(reg.Mask()));
 }
 
-int OnesIn(BitWord word) {
+int OnesIn(const BitWord& word) {
     int count = 0;
     for (int bit = 0; bit < word.BitCount(); ++bit)
         count += word.Test(bit) ? 1 : 0;
@@ -131,6 +131,12 @@ void Board::SelectReadBack(const LatchedWord& latched) {
         outBits_ = std::max(0, device_.RegisterLength() - device_.ControlLength);
         return;
     }
+}
+
+LatchedWords Board::Since(std::uint64_t serial) const {
+    const std::uint64_t missing = newest_ > serial ? newest_ - serial : 0;
+    const auto count = std::min<std::uint64_t>(missing, history_.size());
+    return {history_.end() - static_cast<std::ptrdiff_t>(count), history_.end()};
 }
 
 BitWord Board::Content(std::string_view registerName) const {

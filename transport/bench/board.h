@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -41,6 +40,24 @@ struct LatchedWord {
     bool trigger = false; ///< The pin named "Trigger" was high.
 };
 
+/// A run of the history, oldest first.
+class LatchedWords {
+  public:
+    using Iterator = std::deque<LatchedWord>::const_iterator;
+
+    LatchedWords(Iterator begin, Iterator end) : begin_(begin), end_(end) {}
+    Iterator begin() const { return begin_; }
+    Iterator end() const { return end_; }
+    std::size_t size() const { return static_cast<std::size_t>(end_ - begin_); }
+    bool empty() const { return begin_ == end_; }
+    const LatchedWord& front() const { return *begin_; }
+    const LatchedWord& back() const { return *(end_ - 1); }
+
+  private:
+    Iterator begin_;
+    Iterator end_;
+};
+
 /// The chip on its board: a shift register with a latch, and registers behind it that can be read
 /// back. Which pins it hangs on, its clock phase and its registers' address bits are those of the
 /// loaded device; everything else it learns from the wires.
@@ -70,12 +87,7 @@ class Board {
     std::uint64_t newest() const { return newest_; }
     /// The words after `serial`, oldest first: what a display that showed up to `serial` lacks.
     /// Valid until the next word is latched.
-    auto Since(std::uint64_t serial) const {
-        const std::uint64_t missing = newest_ > serial ? newest_ - serial : 0;
-        const auto count = missing < history_.size() ? missing : history_.size();
-        return std::ranges::subrange(history_.end() - static_cast<std::ptrdiff_t>(count),
-                                     history_.end());
-    }
+    LatchedWords Since(std::uint64_t serial) const;
     /// Empties the history; serial numbers go on.
     void ForgetHistory() { history_.clear(); }
 
