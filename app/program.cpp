@@ -16,6 +16,7 @@ class Program::BetweenPasses : public EventPause {
     void Pause() override {
         if (program_.window_) program_.window_->Sync();
         QCoreApplication::processEvents();
+        program_.frm_.guard.ServePause();
     }
 
   private:
@@ -25,7 +26,7 @@ class Program::BetweenPasses : public EventPause {
 Program::Program(const std::string& folder)
     : files_(AppPath(folder)),
       transport_(part_, DriversFor(ReadBoard(files_) == BoardChoice::kSimulated)),
-      pause_(std::make_unique<BetweenPasses>(*this)), frm_(part_, files_, boxes_) {
+      pause_(std::make_unique<BetweenPasses>(*this)), frm_(part_, files_, boxes_, dialogs_) {
     Upward upward = part_.upward();
     upward.pause = pause_.get();
     part_.Connect(upward);
@@ -51,11 +52,12 @@ void Program::ConnectSession() {
 }
 
 void Program::MakeWindow() {
-    window_ = std::make_unique<view::MainWindow>(
-        view::WindowModels{frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers,
-                           frm_.registers, frm_.bits, frm_.port, frm_.frmErrorList, frm_.frmAbout,
-                           bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
+    window_ = std::make_unique<view::MainWindow>(view::WindowModels{
+        frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
+        frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, bench_.board,
+        frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
     boxes_.SetWindow(window_.get());
+    dialogs_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
     frm_.guard.AfterEvent = [this] { window_->Sync(); };
 }

@@ -11,6 +11,7 @@
 #include "screens/qt/about_view.h"
 #include "screens/qt/bits_view.h"
 #include "screens/qt/board_dock.h"
+#include "screens/qt/burst_view.h"
 #include "screens/qt/error_list_view.h"
 #include "screens/qt/event_timer.h"
 #include "screens/qt/menu_view.h"
@@ -70,6 +71,8 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
         return new PortView(hand_, models_.port, parent);
     case kRegistersTab:
         return new RegistersView(hand_, models_.registers, parent);
+    case kBurstTab:
+        return new BurstView(hand_, models_.burst, parent);
     case kBitsTab:
         return new BitsView(hand_, models_.bits, parent);
     default:

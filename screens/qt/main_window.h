@@ -13,6 +13,7 @@ namespace zentrel {
 class AboutDialog;
 class BitsScreen;
 class Board;
+class BurstScreen;
 class ErrorList;
 class MenuModel;
 class PortScreen;
@@ -41,6 +42,7 @@ struct WindowModels {
     RegistersScreen& registers;
     BitsScreen& bits;
     PortScreen& port;
+    BurstScreen& burst;
     ErrorList& errors;
     AboutDialog& about;
     const Board& board;

@@ -44,6 +44,16 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+/// The kinds of file in the toolkit's form. Text and pattern take turns; the text names the
+/// pattern.
+QStringList Filters() {
+    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << QString(parts[i]).replace(QLatin1String("*.*"), QLatin1String("*"));
+    return filters;
+}
+
 void Fill(QMessageBox& box, std::string_view text) {
     box.setTextFormat(Qt::PlainText);
     box.setText(FromModel(text));
@@ -89,20 +99,22 @@ std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::strin
     return ToModel(dialog.textValue());
 }
 
-std::optional<std::string> FileDialogs::Open(const QString& title, const QString& filter,
-                                             std::string_view proposed) {
+std::optional<std::string> FileDialogBoxes::SaveName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QString name = QFileDialog::getOpenFileName(window_, title, FromModel(proposed), filter);
-    if (name.isEmpty()) return {};
-    return ToModel(name);
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getSaveFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
-std::optional<std::string> FileDialogs::Save(const QString& title, const QString& filter,
-                                             std::string_view proposed) {
+std::optional<std::string> FileDialogBoxes::OpenName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QString name = QFileDialog::getSaveFileName(window_, title, FromModel(proposed), filter);
-    if (name.isEmpty()) return {};
-    return ToModel(name);
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getOpenFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
 } // namespace zentrel::view

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include "device/upward.h"
+#include "screens/file_dialogs.h"
 
 namespace zentrel::view {
 
@@ -37,18 +38,14 @@ class MessageBoxes : public Messages {
     bool attended_;
 };
 
-/// The file dialogs. Without anyone to answer they cancel.
-class FileDialogs {
+/// The file dialogs over the window. Without anyone to answer they cancel.
+class FileDialogBoxes : public FileDialogs {
   public:
-    explicit FileDialogs(const MessageBoxes& boxes, QWidget* window = nullptr)
-        : boxes_(boxes), window_(window) {}
+    explicit FileDialogBoxes(const MessageBoxes& boxes) : boxes_(boxes) {}
     void SetWindow(QWidget* window) { window_ = window; }
 
-    /// A file to read or to write; nothing when cancelled. `filter` is the toolkit's form.
-    std::optional<std::string> Open(const QString& title, const QString& filter,
-                                    std::string_view proposed);
-    std::optional<std::string> Save(const QString& title, const QString& filter,
-                                    std::string_view proposed);
+    std::optional<std::string> SaveName(std::string_view title) override;
+    std::optional<std::string> OpenName(std::string_view title) override;
 
   private:
     const MessageBoxes& boxes_;
