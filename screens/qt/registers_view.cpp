@@ -132,6 +132,10 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.read = new PushButton(
         hand_, {model.cmdReadback, i}, [&model, row] { model.ClickRead(row); }, content_);
     r.read->setObjectName(IndexedName("cmdReadback", i));
+    const QString name = FromModel(model_.lblRegName[i].Caption);
+    r.bits->setAccessibleName(tr("Bits of %1").arg(name));
+    r.load->setAccessibleName(tr("Load %1").arg(name));
+    r.read->setAccessibleName(tr("Read %1").arg(name));
     return r;
 }
 
