@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTextBlock>
 #include <QWheelEvent>
@@ -164,7 +165,14 @@ TEST_F(MainWindowTest, a_resize_moves_the_fields_and_keeps_what_was_typed_into_t
     Select("QVX4100");
     ShowTab(kBitsTab);
     auto* box = Find<QLineEdit>("txtCntrVal(1)");
-    const QPoint before = box->mapTo(&program_->window(), QPoint());
+    const auto places = [this] {
+        QList<QRect> all;
+        for (const QWidget* frame : program_->window().findChildren<QWidget*>(
+                 QRegularExpression(QStringLiteral("^fraPrgmBits"))))
+            all << frame->geometry();
+        return all;
+    };
+    const QList<QRect> before = places();
     box->setFocus();
     box->selectAll();
     QTest::keyClicks(box, QStringLiteral("7"));
@@ -172,7 +180,7 @@ TEST_F(MainWindowTest, a_resize_moves_the_fields_and_keeps_what_was_typed_into_t
     QCoreApplication::processEvents();
     EXPECT_EQ(Find<QLineEdit>("txtCntrVal(1)"), box);
     EXPECT_EQ(box->text(), QStringLiteral("7"));
-    EXPECT_NE(box->mapTo(&program_->window(), QPoint()), before);
+    EXPECT_NE(places(), before);
 }
 
 TEST_F(MainWindowTest, the_board_dock_lists_the_newest_word_first) {
