@@ -65,6 +65,9 @@ QWidget* BurstView::MakeControls() {
     auto* grid = new QGridLayout(controls);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(m.unit);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnMinimumWidth(0, (m.Units(28) - m.unit) / 2);
     int line = 0;
     const auto gap = [&] { grid->setRowMinimumHeight(line++, m.unit); };
     const auto pair = [&](QWidget* left, QWidget* right) {

@@ -131,6 +131,13 @@ void PaintScrollBar(const QStyle& style, const QStyleOptionSlider& bar, QPainter
     painter.restore();
 }
 
+void PaintHeaderLabel(const QStyleOptionHeader& header, QPainter& painter) {
+    const QRect inner = header.rect.adjusted(Metrics::Now().unit, 0, -Metrics::Now().half, 0);
+    painter.setPen(Theme::Now().muted);
+    painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(header.text, Qt::ElideRight, inner.width()));
+}
+
 void PaintChevron(QPainter& painter, const QRectF& rect, const QColor& color) {
     const double size = Metrics::Now().unit * 0.5;
     const QPointF c = rect.center();
@@ -173,6 +180,8 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             frame && frame->lineWidth > 0)
             return PaintField(*option, *painter);
         break;
+    case PE_Frame:
+        return PaintField(*option, *painter);
     case PE_FrameLineEdit:
     case PE_FrameStatusBarItem:
     case PE_FrameTabBarBase:
@@ -211,6 +220,10 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
             Theme::Now().line);
         return;
+    case CE_HeaderLabel:
+        if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option))
+            return PaintHeaderLabel(*header, *painter);
+        break;
     case CE_HeaderEmptyArea:
         painter->fillRect(option->rect, Theme::Now().window);
         return;
@@ -250,9 +263,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ScrollBarExtent:
         return m.unit + m.half + 1;
     case PM_DefaultFrameWidth:
+        if (widget && widget->inherits("QPlainTextEdit")) return m.half;
         return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
-    case PM_HeaderMargin:
-        return m.unit;
     case PM_FocusFrameHMargin:
         return m.unit - 1;
     case PM_DockWidgetTitleMargin:
