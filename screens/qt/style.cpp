@@ -61,7 +61,8 @@ void PaintMark(const QStyleOption& option, QPainter& painter, bool round) {
     const bool lit =
         on ||
         (enabled && (Has(option, QStyle::State_MouseOver) || Has(option, QStyle::State_HasFocus)));
-    painter.setPen(QPen(lit ? accent : theme.line, lit && !on ? 1.5 : 1.0));
+    const QColor rest = enabled ? theme.disabled : theme.line;
+    painter.setPen(QPen(lit ? accent : rest, lit && !on ? 1.5 : 1.0));
     painter.setBrush(on ? accent : enabled ? theme.field : QColor(Qt::transparent));
     const double radius = round ? side / 2 : side / 5;
     painter.drawRoundedRect(mark, radius, radius);
