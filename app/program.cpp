@@ -16,6 +16,7 @@ class Program::BetweenPasses : public EventPause {
     void Pause() override {
         if (program_.window_) program_.window_->Sync();
         QCoreApplication::processEvents();
+        program_.frm_.guard.ServePause();
     }
 
   private:

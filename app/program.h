@@ -50,7 +50,7 @@ class Program {
     NoHardware hardware_;
     Transport transport_;
     view::MessageBoxes boxes_;
-    view::DesktopFileDialogs dialogs_{boxes_};
+    view::FileDialogBoxes dialogs_{boxes_};
     std::unique_ptr<BetweenPasses> pause_;
     FrmPart frm_;
     std::unique_ptr<view::MainWindow> window_;

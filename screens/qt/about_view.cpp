@@ -86,7 +86,7 @@ void AboutView::Sync() {
     height_ = model_.Height;
     const bool opening = isHidden();
     const QPoint corner = pos();
-    resize(std::max(width(), minimumWidth()),
+    resize(std::max(opening ? 0 : width(), sizeHint().width()),
            enlarged ? Metrics::Now().Units(56) : minimumSizeHint().height());
     if (!opening) return move(corner);
     if (const QScreen* screen = QGuiApplication::primaryScreen())

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStaticText>
 
 #include "screens/qt/brick.h"
 #include "screens/qt/metrics.h"
@@ -10,6 +11,41 @@
 #include "screens/qt/theme.h"
 
 namespace zentrel::view {
+
+namespace {
+
+/// The two digits laid out once, as most of a repaint is digits.
+class Digits {
+  public:
+    explicit Digits(const QFont& font) : metrics_(font) {
+        for (int i = 0; i < 2; ++i) {
+            text_[i].setText(QString::fromLatin1(i == 0 ? "0" : "1"));
+            text_[i].setTextFormat(Qt::PlainText);
+            text_[i].prepare({}, font);
+        }
+    }
+    void Draw(QPainter& painter, const QRect& cell, char digit) const {
+        const double x = cell.left() + (cell.width() - metrics_.horizontalAdvance(digit)) / 2.0;
+        const double y = cell.top() + (cell.height() - metrics_.height()) / 2.0;
+        painter.drawStaticText(QPointF(x, y), text_[digit == '1' ? 1 : 0]);
+    }
+
+  private:
+    QFontMetricsF metrics_;
+    QStaticText text_[2];
+};
+
+const Digits& DigitsOf(const QFont& font) {
+    static QFont known = font;
+    static Digits digits(font);
+    if (known != font) {
+        known = font;
+        digits = Digits(font);
+    }
+    return digits;
+}
+
+} // namespace
 
 BitRow::BitRow(const Hand& hand, ElementRef<TextBox> element, Actions actions, QWidget* parent)
     : QWidget(parent), hand_(hand), element_(element), actions_(std::move(actions)) {
@@ -146,7 +182,7 @@ void BitRow::PaintCell(QPainter& painter, int column) const {
                          selected ? theme.onAccent : theme.Ink(colors::kBlue));
     }
     painter.setPen(ink);
-    painter.drawText(cell, Qt::AlignCenter, QString(QLatin1Char(text_[at])));
+    DigitsOf(font()).Draw(painter, cell, text_[at]);
 }
 
 } // namespace zentrel::view

@@ -47,13 +47,13 @@ int ColumnWidth() {
 
 BitsView::BitsView(const Hand& hand, BitsScreen& model, QWidget* parent)
     : ScreenView(parent), hand_(hand), model_(model), page_(new ScrollPage(this)),
-      content_(new QWidget) {
+      content_(new PageContent) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(page_);
     page_->setWidgetResizable(false);
     page_->setWidget(content_);
-    content_->setAutoFillBackground(false);
+    content_->setAutoFillBackground(false); // It paints itself.
 }
 
 BitsSizes BitsView::RealSizes() const {
@@ -77,7 +77,11 @@ void BitsView::Sync() {
         if (const BitsSizes sizes = RealSizes(); !(sizes == model_.sizes())) model_.SetSizes(sizes);
     if (layout_ != model_.layout()) {
         layout_ = model_.layout();
-        Rebuild();
+        if (std::vector<Shape> now = ShapeNow(); now != shape_ || !pinsFrame_) {
+            shape_ = std::move(now);
+            Rebuild();
+        }
+        NameWidgets();
         Place();
         const bool empty = model_.Items().empty() && model_.PinCount() == 0;
         page_->SetHint(empty ? tr("No fields. Devices are chosen in the menu Select Device.")
@@ -98,6 +102,30 @@ void BitsView::Sync() {
     for (GroupFrame* frame : frames_)
         frame->Sync();
     if (pinsFrame_) pinsFrame_->Sync();
+}
+
+std::vector<BitsView::Shape> BitsView::ShapeNow() const {
+    std::vector<Shape> shape{{-1, model_.FrameCount(), model_.PinCount()}};
+    for (const BitsScreen::Item& item : model_.Items())
+        shape.push_back({static_cast<int>(item.kind), item.index, item.frame});
+    return shape;
+}
+
+void BitsView::NameWidgets() {
+    for (const Bit& bit : bits_)
+        TellOnHover(bit.box, model_.chkPrgmBit[bit.index].Caption);
+    for (const Counter& c : counters_) {
+        const std::string& field = model_.lblCntr[c.index].Caption;
+        c.box->setAccessibleName(FromModel(field));
+        TellOnHover(c.label, field);
+        TellOnHover(c.box, field);
+    }
+    for (const List& l : lists_) {
+        const std::string& field = model_.lblCmbBits[l.index].Caption;
+        l.list->setAccessibleName(FromModel(field));
+        TellOnHover(l.label, field);
+        TellOnHover(l.list, field);
+    }
 }
 
 void BitsView::Rebuild() {
@@ -143,7 +171,7 @@ void BitsView::AddBit(std::size_t index, QWidget* frame) {
     auto* box = new CheckMark(hand_, {model_.chkPrgmBit, index}, frame);
     box->setObjectName(IndexedName("chkPrgmBit", index));
     box->onHelp([this, i = static_cast<int>(index)] { model_.HelpOnBit(i); });
-    TellOnHover(box, model_.chkPrgmBit[index].Caption);
+    box->installEventFilter(this);
     bits_.push_back({index, box});
 }
 
@@ -164,12 +192,11 @@ void BitsView::AddCounter(std::size_t index, QWidget* frame) {
                           .stepDown = down},
                          frame);
     c.box->setObjectName(IndexedName("txtCntrVal", index));
-    c.box->setAccessibleName(FromModel(model_.lblCntr[index].Caption));
     c.spinner = new SpinnerButtons(hand_, {model_.spnCntr, index}, up, down, c.box);
     c.spinner->setObjectName(IndexedName("spnCntr", index));
     c.box->Attach(c.spinner);
-    TellOnHover(c.label, model_.lblCntr[index].Caption);
-    TellOnHover(c.box, model_.lblCntr[index].Caption);
+    c.label->installEventFilter(this);
+    c.box->installEventFilter(this);
     counters_.push_back(c);
 }
 
@@ -182,15 +209,13 @@ void BitsView::AddList(std::size_t index, QWidget* frame) {
     l.label->onHelp(hand_, help);
     l.list = new DropList(hand_, {model_.cmbBits, index}, frame);
     l.list->setObjectName(IndexedName("cmbBits", index));
-    l.list->setAccessibleName(FromModel(model_.lblCmbBits[index].Caption));
-    TellOnHover(l.label, model_.lblCmbBits[index].Caption);
-    TellOnHover(l.list, model_.lblCmbBits[index].Caption);
+    l.label->installEventFilter(this);
+    l.list->installEventFilter(this);
     lists_.push_back(l);
 }
 
 void BitsView::TellOnHover(QWidget* widget, const std::string& field) {
     widget->setProperty(kFieldProperty, FromModel(field));
-    widget->installEventFilter(this);
 }
 
 bool BitsView::eventFilter(QObject* watched, QEvent* event) {

@@ -34,6 +34,11 @@ class BitsView : public ScreenView {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    /// What the widgets were made for: as long as it stays, they only move.
+    struct Shape {
+        int kind, index, frame;
+        bool operator==(const Shape&) const = default;
+    };
     struct Bit {
         std::size_t index;
         CheckMark* box;
@@ -54,6 +59,8 @@ class BitsView : public ScreenView {
     void AddBit(std::size_t index, QWidget* frame);
     void AddCounter(std::size_t index, QWidget* frame);
     void AddList(std::size_t index, QWidget* frame);
+    std::vector<Shape> ShapeNow() const;
+    void NameWidgets();
     void TellOnHover(QWidget* widget, const std::string& field);
     void Place();
     void PlacePins();
@@ -70,6 +77,7 @@ class BitsView : public ScreenView {
     std::vector<Bit> bits_, pins_;
     std::vector<Counter> counters_;
     std::vector<List> lists_;
+    std::vector<Shape> shape_;
     std::uint64_t layout_ = ~0ULL;
 };
 

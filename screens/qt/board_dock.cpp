@@ -122,7 +122,7 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
                            text.horizontalAdvance(QStringLiteral("Route")) + gap);
     table_->setColumnWidth(LatchedWordModel::kRegister,
                            text.horizontalAdvance(QStringLiteral("Register name")) + gap);
-    table_->setMinimumWidth(Metrics::Now().Units(24));
+    table_->setMinimumSize(Metrics::Now().Units(24), Metrics::Now().Units(8));
     setWidget(table_);
 }
 

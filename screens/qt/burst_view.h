@@ -1,12 +1,12 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "screens/qt/hand.h"
 #include "screens/qt/screen_view.h"
 
-class QGridLayout;
-class QLabel;
+class QPlainTextEdit;
 
 namespace zentrel {
 class BurstScreen;
@@ -17,31 +17,33 @@ namespace zentrel::view {
 class CaptionLabel;
 class DropList;
 class EntryBox;
-class LineList;
 class PushButton;
 
-/// The BurstMode tab: on the left what builds, stores and replays the list, on the right the list.
+/// The BurstMode tab: the list of commands, and beside it what builds, replays and stores it.
 class BurstView : public ScreenView {
   public:
-    BurstView(const Hand& hand, BurstScreen& model, QWidget* parent);
+    BurstView(const Hand& hand, BurstScreen& model, QWidget* parent = nullptr);
 
     void Sync() override;
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
   private:
-    PushButton* Add(QWidget* group, const char* name, Button& element, Hand::Action click,
-                    const QString& tip);
-    QWidget* BuildGroup();
-    QWidget* ListGroup();
-    QWidget* RunGroup();
+    QWidget* MakeControls();
+    PushButton* AddButton(Button& element, const char* name, Hand::Action click, QWidget* parent);
+    void SyncList();
+    void WriteSelection();
 
     const Hand& hand_;
     BurstScreen& model_;
-    CaptionLabel* label_ = nullptr;
-    DropList* registers_ = nullptr;
-    EntryBox* delay_ = nullptr;
-    LineList* list_ = nullptr;
+    QPlainTextEdit* list_;
+    CaptionLabel* label_;
+    DropList* registers_;
+    EntryBox* delay_;
     std::vector<PushButton*> buttons_;
-    std::vector<QWidget*> groups_;
+    std::string shown_;
 };
 
 } // namespace zentrel::view

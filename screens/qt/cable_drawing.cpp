@@ -251,7 +251,7 @@ void CableDrawing::PaintLegend(QPainter& painter) const {
     std::vector<PortScreen::LegendEntry> entries(PortScreen::Legend().begin(),
                                                  PortScreen::Legend().end());
     if (model_.Label11.Visible) entries.push_back({model_.Label11.Caption, colors::kYellow});
-    const double top = model_.DBConn.Visible ? kLegendTop : kLegendTop - 9.0;
+    const double top = model_.DBConn.Visible ? kLegendTop : Lane(PortScreen::kHeaderPins) + 4.0;
     painter.setFont(UiFont());
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const double x = i % 2 == 0 ? 1.0 : kWidth / 2;

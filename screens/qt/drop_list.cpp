@@ -17,6 +17,7 @@ DropList::DropList(const Hand& hand, ElementRef<ListBox> element, QWidget* paren
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(4);
     connect(this, &QComboBox::activated, this, [this](int index) {
+        if (choose_) return hand_.Do([this, index] { choose_(index); });
         ListBox* list = element_.get();
         if (list) hand_.Do([list, index] { list->SetListIndex(index); });
     });

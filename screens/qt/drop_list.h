@@ -16,6 +16,8 @@ class DropList : public QComboBox {
     DropList(const Hand& hand, ElementRef<ListBox> element, QWidget* parent);
 
     void Sync();
+    /// What choosing an entry does, the selected one included, in place of the element's handler.
+    void onChoose(std::function<void(int)> choose) { choose_ = std::move(choose); }
     void onHelp(Hand::Action help) { help_ = std::move(help); }
 
   protected:
@@ -29,6 +31,7 @@ class DropList : public QComboBox {
     const Hand& hand_;
     ElementRef<ListBox> element_;
     Hand::Action help_;
+    std::function<void(int)> choose_;
     std::vector<std::string> items_;
     Color back_ = colors::kWhite;
     bool dark_ = false;

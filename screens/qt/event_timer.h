@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <QTimer>
 
 #include "screens/qt/hand.h"
@@ -12,7 +14,10 @@ class EventTimer : public QTimer {
   public:
     EventTimer(const Hand& hand, TickingTimer& element) : element_(element) {
         connect(this, &QTimer::timeout, this, [this, &hand] {
+            // One tick waits at most, however long the thread is held.
+            if (std::exchange(waiting_, true)) return;
             hand.Tick([this] {
+                waiting_ = false;
                 if (element_.Enabled && element_.Tick) element_.Tick();
             });
         });
@@ -30,6 +35,7 @@ class EventTimer : public QTimer {
 
   private:
     TickingTimer& element_;
+    bool waiting_ = false;
 };
 
 } // namespace zentrel::view

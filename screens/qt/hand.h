@@ -22,8 +22,8 @@ class Hand {
         if (busy_ == 0 && action) events_.Run(action);
     }
 
-    /// Runs a timer's tick, when nothing holds the thread.
-    void Tick(Action action) const { events_.RunWhenIdle(std::move(action)); }
+    /// Runs a timer's tick, when nothing but a burst holds the thread.
+    void Tick(Action action) const { events_.RunSoon(std::move(action)); }
 
     /// Whether the view is bringing its widgets in line.
     bool busy() const { return busy_ > 0; }

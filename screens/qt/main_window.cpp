@@ -37,6 +37,7 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     tabs_ = new TabStripView(
         hand_, models_.tabs, [this](int tab, QWidget* parent) { return MakePage(tab, parent); },
         this);
+    tabs_->setMinimumHeight(Metrics::Now().Units(30));
     setCentralWidget(tabs_);
     status_ = new StatusBarView(models_.status, this);
     statusBar()->setSizeGripEnabled(false);
@@ -70,6 +71,8 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
         return new PortView(hand_, models_.port, parent);
     case kRegistersTab:
         return new RegistersView(hand_, models_.registers, parent);
+    case kBurstTab:
+        return new BurstView(hand_, models_.burst, parent);
     case kBitsTab:
         return new BitsView(hand_, models_.bits, parent);
     case kBurstTab:

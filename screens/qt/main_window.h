@@ -14,6 +14,7 @@ class AboutDialog;
 class BitsScreen;
 class BurstScreen;
 class Board;
+class BurstScreen;
 class ErrorList;
 class MenuModel;
 class PortScreen;

@@ -56,6 +56,7 @@ void CheckMark::contextMenuEvent(QContextMenuEvent* event) {
 OptionMark::OptionMark(const Hand& hand, ElementRef<Option> element, Hand::Action select,
                        QWidget* parent)
     : QRadioButton(parent), hand_(hand), element_(element) {
+    first_ = parent->findChildren<QRadioButton*>(Qt::FindDirectChildrenOnly).size() == 1;
     setAutoExclusive(false);
     setFixedHeight(Metrics::Now().rowHeight);
     connect(this, &QRadioButton::clicked, this, [this, action = std::move(select)] {
@@ -77,7 +78,7 @@ void OptionMark::Sync() {
         setText(Literal(caption_));
     }
     if (isChecked() != option->Value) setChecked(option->Value);
-    setFocusPolicy(option->Value ? Qt::StrongFocus : Qt::ClickFocus);
+    setFocusPolicy(option->Value || first_ ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 OptionMark* OptionMark::Neighbour(int step) const {

@@ -47,6 +47,7 @@ class OptionMark : public QRadioButton {
     const Hand& hand_;
     ElementRef<Option> element_;
     std::string caption_;
+    bool first_; ///< The group's first: takes the Tab key while none is selected.
 };
 
 } // namespace zentrel::view

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -31,27 +30,6 @@ QString Title(std::string_view title) {
     return title.empty() ? QString::fromLatin1(kProgram) : FromModel(title);
 }
 
-// The kinds of file in the toolkit's form. On this desktop a name needs no point to be any file.
-QStringList FilterList() {
-    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString pattern =
-            parts[i + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1];
-        const QString name = parts[i].section(QLatin1String(" ("), 0, 0);
-        filters.append(QStringLiteral("%1 (%2)").arg(name, pattern));
-    }
-    return filters;
-}
-
-QString Filters() {
-    return FilterList().join(QLatin1String(";;"));
-}
-
-QString SelectedFilter() {
-    return FilterList().value(kSetupFileFilterIndex - 1);
-}
-
 QMessageBox::Icon IconOf(MessageIcon icon) {
     switch (icon) {
     case MessageIcon::Information:
@@ -64,6 +42,16 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
         break;
     }
     return QMessageBox::NoIcon;
+}
+
+/// The kinds of file in the toolkit's form. Text and pattern take turns; the text names the
+/// pattern.
+QStringList Filters() {
+    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << QString(parts[i]).replace(QLatin1String("*.*"), QLatin1String("*"));
+    return filters;
 }
 
 void Fill(QMessageBox& box, std::string_view text) {
@@ -111,24 +99,22 @@ std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::strin
     return ToModel(dialog.textValue());
 }
 
-std::optional<std::string> DesktopFileDialogs::OpenName(std::string_view title) {
+std::optional<std::string> FileDialogBoxes::SaveName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    QString selected = SelectedFilter();
-    const QString name =
-        QFileDialog::getOpenFileName(window_, FromModel(title), {}, Filters(), &selected);
-    if (name.isEmpty()) return {};
-    return ToModel(name);
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getSaveFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
-std::optional<std::string> DesktopFileDialogs::SaveName(std::string_view title) {
+std::optional<std::string> FileDialogBoxes::OpenName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    QString selected = SelectedFilter();
-    const QString name =
-        QFileDialog::getSaveFileName(window_, FromModel(title), {}, Filters(), &selected);
-    if (name.isEmpty()) return {};
-    // The usual ending, for a name that was typed without one under that filter.
-    const bool bare = selected == SelectedFilter() && QFileInfo(name).suffix().isEmpty();
-    return ToModel(bare ? name + QStringLiteral(".mac") : name);
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getOpenFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
 } // namespace zentrel::view

@@ -38,11 +38,10 @@ class MessageBoxes : public Messages {
     bool attended_;
 };
 
-/// The desktop's file dialogs. Without anyone to answer they cancel.
-class DesktopFileDialogs : public FileDialogs {
+/// The file dialogs over the window. Without anyone to answer they cancel.
+class FileDialogBoxes : public FileDialogs {
   public:
-    explicit DesktopFileDialogs(const MessageBoxes& boxes, QWidget* window = nullptr)
-        : boxes_(boxes), window_(window) {}
+    explicit FileDialogBoxes(const MessageBoxes& boxes) : boxes_(boxes) {}
     void SetWindow(QWidget* window) { window_ = window; }
 
     std::optional<std::string> SaveName(std::string_view title) override;

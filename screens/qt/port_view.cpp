@@ -31,7 +31,7 @@ int ChoicesWidth() {
 
 PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     : ScreenView(parent), hand_(hand), model_(model), page_(new ScrollPage(this)),
-      content_(new QWidget) {
+      content_(new PageContent) {
     const Metrics& m = Metrics::Now();
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
@@ -56,7 +56,7 @@ PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     halves_->addWidget(MakeDrawing(), 0, Qt::AlignTop);
     halves_->addStretch();
     page_->setWidget(content_);
-    content_->setAutoFillBackground(false);
+    content_->setAutoFillBackground(false); // It paints itself.
 }
 
 QWidget* PortView::MakeModes() {

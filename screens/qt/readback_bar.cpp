@@ -26,8 +26,8 @@ ReadbackBar::ReadbackBar(const Hand& hand, RegistersScreen& model, QWidget* pare
     name_->setObjectName(QStringLiteral("txtReadRegName"));
     name_->setAccessibleName(tr("Field to read back"));
     name_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    name_->setFixedWidth(m.DigitsWidth(16));
-    row->addWidget(name_);
+    name_->setMinimumWidth(m.DigitsWidth(8));
+    row->addWidget(name_, 1);
     read_ = new PushButton(hand, model.cmdReadRegister, read, this);
     read_->setObjectName(QStringLiteral("cmdReadRegister"));
     row->addWidget(read_);
@@ -45,7 +45,7 @@ ReadbackBar::ReadbackBar(const Hand& hand, RegistersScreen& model, QWidget* pare
     value_->setObjectName(QStringLiteral("txtReadbackRegVal"));
     value_->setAccessibleName(tr("Value read back"));
     value_->setReadOnly(true);
-    value_->setMinimumWidth(m.DigitsWidth(16));
+    value_->setMinimumWidth(m.DigitsWidth(8));
     row->addWidget(value_, 1);
 }
 

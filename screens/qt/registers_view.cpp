@@ -59,9 +59,9 @@ RegistersView::RegistersView(const Hand& hand, RegistersScreen& model, QWidget* 
     hexDisplay_->setObjectName(QStringLiteral("lblHexDisplay"));
     page_ = new ScrollPage(this);
     page_->setWidgetResizable(false);
-    content_ = new QWidget;
+    content_ = new PageContent;
     page_->setWidget(content_);
-    content_->setAutoFillBackground(false);
+    content_->setAutoFillBackground(false); // It paints itself.
     readback_ = new ReadbackBar(hand, model, this);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -132,6 +132,10 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.read = new PushButton(
         hand_, {model.cmdReadback, i}, [&model, row] { model.ClickRead(row); }, content_);
     r.read->setObjectName(IndexedName("cmdReadback", i));
+    const QString name = FromModel(model_.lblRegName[i].Caption);
+    r.bits->setAccessibleName(tr("Bits of %1").arg(name));
+    r.load->setAccessibleName(tr("Load %1").arg(name));
+    r.read->setAccessibleName(tr("Read %1").arg(name));
     return r;
 }
 

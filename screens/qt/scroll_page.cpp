@@ -9,6 +9,14 @@
 
 namespace zentrel::view {
 
+PageContent::PageContent() {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PageContent::paintEvent(QPaintEvent* event) {
+    QPainter(this).fillRect(event->rect(), Theme::Now().surface);
+}
+
 ScrollPage::ScrollPage(QWidget* parent) : QScrollArea(parent) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);

@@ -4,6 +4,15 @@
 
 namespace zentrel::view {
 
+/// What a page scrolls: opaque, so that scrolling moves pixels and repaints only what comes in.
+class PageContent : public QWidget {
+  public:
+    PageContent();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 /// A page of one tab that scrolls when its content doesn't fit; its bars exist only then.
 class ScrollPage : public QScrollArea {
   public:

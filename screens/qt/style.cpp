@@ -61,7 +61,8 @@ void PaintMark(const QStyleOption& option, QPainter& painter, bool round) {
     const bool lit =
         on ||
         (enabled && (Has(option, QStyle::State_MouseOver) || Has(option, QStyle::State_HasFocus)));
-    painter.setPen(QPen(lit ? accent : theme.line, lit && !on ? 1.5 : 1.0));
+    const QColor rest = enabled ? theme.disabled : theme.line;
+    painter.setPen(QPen(lit ? accent : rest, lit && !on ? 1.5 : 1.0));
     painter.setBrush(on ? accent : enabled ? theme.field : QColor(Qt::transparent));
     const double radius = round ? side / 2 : side / 5;
     painter.drawRoundedRect(mark, radius, radius);
@@ -131,6 +132,13 @@ void PaintScrollBar(const QStyle& style, const QStyleOptionSlider& bar, QPainter
     painter.restore();
 }
 
+void PaintHeaderLabel(const QStyleOptionHeader& header, QPainter& painter) {
+    const QRect inner = header.rect.adjusted(Metrics::Now().unit, 0, -Metrics::Now().half, 0);
+    painter.setPen(Theme::Now().muted);
+    painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(header.text, Qt::ElideRight, inner.width()));
+}
+
 void PaintChevron(QPainter& painter, const QRectF& rect, const QColor& color) {
     const double size = Metrics::Now().unit * 0.5;
     const QPointF c = rect.center();
@@ -173,12 +181,17 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             frame && frame->lineWidth > 0)
             return PaintField(*option, *painter);
         break;
+    case PE_Frame:
+        return PaintField(*option, *painter);
     case PE_FrameLineEdit:
     case PE_FrameStatusBarItem:
     case PE_FrameTabBarBase:
     case PE_FrameFocusRect:
     case PE_FrameTabWidget:
         return; // The bricks show the focus on their own frames.
+    case PE_PanelScrollAreaCorner:
+        painter->fillRect(option->rect, Theme::Now().surface);
+        return;
     case PE_PanelButtonCommand:
         return PaintButton(*option, *painter);
     case PE_IndicatorCheckBox:
@@ -208,6 +221,10 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             QRect(option->rect.left(), option->rect.bottom(), option->rect.width(), 1),
             Theme::Now().line);
         return;
+    case CE_HeaderLabel:
+        if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option))
+            return PaintHeaderLabel(*header, *painter);
+        break;
     case CE_HeaderEmptyArea:
         painter->fillRect(option->rect, Theme::Now().window);
         return;
@@ -247,9 +264,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ScrollBarExtent:
         return m.unit + m.half + 1;
     case PM_DefaultFrameWidth:
+        if (widget && widget->inherits("QPlainTextEdit")) return m.half;
         return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
-    case PM_HeaderMargin:
-        return m.unit;
     case PM_FocusFrameHMargin:
         return m.unit - 1;
     case PM_DockWidgetTitleMargin:
@@ -292,6 +308,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                   const QWidget* widget) const {
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_HeaderSection) result.setHeight(Metrics::Now().textHeight + Metrics::Now().unit);
     if (type == CT_PushButton) {
         const Metrics& m = Metrics::Now();
         result.setWidth(std::max(size.width() + m.Units(3), m.Units(6)));

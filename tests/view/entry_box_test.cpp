@@ -1,6 +1,5 @@
 #include "screens/qt/entry_box.h"
 
-#include <QClipboard>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 

@@ -1,10 +1,14 @@
-#include <QClipboard>
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QScrollBar>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QTableView>
+#include <QTextBlock>
 #include <QWheelEvent>
 
+#include "screens/qt/board_dock.h"
 #include "tests/view/window_fixture.h"
 
 namespace zentrel {
@@ -120,6 +124,80 @@ TEST_F(MainWindowTest, exit_ends_the_program_and_closing_does_the_same) {
     program_->window().close();
     EXPECT_TRUE(ended_);
     EXPECT_FALSE(program_->window().isVisible());
+}
+
+TEST_F(MainWindowTest, the_first_close_stops_a_running_burst_and_the_second_ends_the_program) {
+    Select("QVX2691");
+    ShowTab(kBurstTab);
+    Find<QLineEdit>("txtDelay")->setFocus();
+    Find<QLineEdit>("txtDelay")->selectAll();
+    QTest::keyClicks(Find("txtDelay"), QStringLiteral("1"));
+    QTest::mouseClick(Find("cmdDelay"), Qt::LeftButton);
+    ASSERT_EQ(part().BurstCmds.Count(), 1);
+    QTimer::singleShot(20, &program_->window(), [this] { program_->window().close(); });
+    QTest::mouseClick(Find("cmdRun"), Qt::LeftButton); // Comes back when the run has ended.
+    EXPECT_FALSE(part().BurstRunning());
+    EXPECT_FALSE(ended_);
+    EXPECT_TRUE(program_->window().isVisible());
+    program_->window().close();
+    EXPECT_TRUE(ended_);
+}
+
+TEST_F(MainWindowTest, a_click_in_the_burst_list_selects_the_line_that_delete_then_takes) {
+    Select("QVX2691");
+    ShowTab(kBurstTab);
+    for (const char* delay : {"10", "20", "30"})
+        program_->frm().guard.Run([&] {
+            program_->frm().burst.panel.txtDelay.Text = delay;
+            program_->frm().burst.panel.txtBurstCmds.SelLength = 0;
+            program_->frm().burst.ClickDelay();
+        });
+    auto* list = Find<QPlainTextEdit>("txtBurstCmds");
+    const QTextCursor second(list->document()->findBlockByNumber(1));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->cursorRect(second).center());
+    EXPECT_EQ(program_->frm().burst.panel.SelectedBurstLine, 2);
+    EXPECT_EQ(list->textCursor().selectedText(), QStringLiteral("Delay of 20"));
+    QTest::mouseClick(Find("cmdDelete"), Qt::LeftButton);
+    EXPECT_EQ(list->toPlainText(), QStringLiteral("Delay of 10\nDelay of 30\n"));
+}
+
+TEST_F(MainWindowTest, a_resize_moves_the_fields_and_keeps_what_was_typed_into_them) {
+    Select("QVX4100");
+    ShowTab(kBitsTab);
+    auto* box = Find<QLineEdit>("txtCntrVal(1)");
+    const auto places = [this] {
+        QList<QRect> all;
+        for (const QWidget* frame : program_->window().findChildren<QWidget*>(
+                 QRegularExpression(QStringLiteral("^fraPrgmBits"))))
+            all << frame->geometry();
+        return all;
+    };
+    const QList<QRect> before = places();
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("7"));
+    program_->window().resize(1500, 1100);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Find<QLineEdit>("txtCntrVal(1)"), box);
+    EXPECT_EQ(box->text(), QStringLiteral("7"));
+    EXPECT_NE(places(), before);
+}
+
+TEST_F(MainWindowTest, the_board_dock_lists_the_newest_word_first) {
+    Select("QVX2691");
+    auto* table = Find("dockBoard")->findChild<QTableView*>();
+    const QAbstractItemModelTester tester(table->model());
+    const auto name = [table](int row) {
+        return table->model()->index(row, view::LatchedWordModel::kRegister).data().toString();
+    };
+    Entry("mnuLoadPLL")->trigger();
+    EXPECT_EQ(table->model()->rowCount(), 3);
+    EXPECT_EQ(name(0), QStringLiteral("FUNCTION"));
+    EXPECT_EQ(name(2), QStringLiteral("R"));
+    program_->frm().guard.Run([this] { program_->bench().board.ForgetHistory(); });
+    EXPECT_EQ(table->model()->rowCount(), 0);
+    Entry("mnuLoadPLL")->trigger();
+    EXPECT_EQ(name(1), QStringLiteral("N"));
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <QRegularExpression>
+
 #include "screens/qt/bit_row.h"
 #include "tests/view/window_fixture.h"
 #include "transport/bench/bench.h"
