@@ -75,8 +75,6 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
         return new BurstView(hand_, models_.burst, parent);
     case kBitsTab:
         return new BitsView(hand_, models_.bits, parent);
-    case kBurstTab:
-        return new BurstView(hand_, models_.burst, parent);
     default:
         return nullptr;
     }
