@@ -13,11 +13,16 @@
 #include "screens/qt/entry_box.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
+#include "screens/qt/scroll_page.h"
 #include "screens/qt/theme.h"
 
 namespace zentrel::view {
 
 namespace {
+
+int ControlsWidth() {
+    return Metrics::Now().Units(28);
+}
 
 // The model ends a line with two characters where the toolkit has one.
 int ToModelPosition(const QString& text, int position) {
@@ -36,7 +41,7 @@ BurstView::BurstView(const Hand& hand, BurstScreen& model, QWidget* parent)
     : ScreenView(parent), hand_(hand), model_(model), list_(new QPlainTextEdit(this)) {
     const Metrics& m = Metrics::Now();
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(m.Units(2), m.Units(2), m.Units(2), m.Units(2));
+    row->setContentsMargins(m.Units(2), m.Units(2), 0, m.Units(2));
     row->setSpacing(m.Units(2));
     list_->setObjectName(QStringLiteral("txtBurstCmds"));
     list_->setAccessibleName(tr("Burst commands"));
@@ -46,7 +51,10 @@ BurstView::BurstView(const Hand& hand, BurstScreen& model, QWidget* parent)
     list_->setFont(MonospacedFont());
     list_->viewport()->installEventFilter(this);
     row->addWidget(list_, 1);
-    row->addWidget(MakeControls(), 0, Qt::AlignTop);
+    auto* side = new ScrollPage(this);
+    side->setWidget(MakeControls());
+    side->setFixedWidth(ControlsWidth() + m.Units(2));
+    row->addWidget(side);
 }
 
 PushButton* BurstView::AddButton(Button& element, const char* name, Hand::Action click,
@@ -60,14 +68,13 @@ PushButton* BurstView::AddButton(Button& element, const char* name, Hand::Action
 QWidget* BurstView::MakeControls() {
     const Metrics& m = Metrics::Now();
     BurstPanel& panel = model_.panel;
-    auto* controls = new QWidget(this);
-    controls->setFixedWidth(m.Units(28));
+    auto* controls = new PageContent;
     auto* grid = new QGridLayout(controls);
-    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setContentsMargins(0, 0, m.Units(2), 0);
     grid->setSpacing(m.unit);
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
-    grid->setColumnMinimumWidth(0, (m.Units(28) - m.unit) / 2);
+    grid->setColumnMinimumWidth(0, (ControlsWidth() - m.unit) / 2);
     int line = 0;
     const auto gap = [&] { grid->setRowMinimumHeight(line++, m.unit); };
     const auto pair = [&](QWidget* left, QWidget* right) {
@@ -107,6 +114,7 @@ QWidget* BurstView::MakeControls() {
     gap();
     pair(button(panel.cmdLEMode, "cmdLEMode", [](BurstScreen& s) { s.ClickLEMode(); }),
          button(panel.Command1, "Command1", [](BurstScreen& s) { s.DisplayBurstVector(); }));
+    grid->setRowStretch(line, 1);
     return controls;
 }
 

@@ -50,11 +50,16 @@ std::size_t At(int index) {
 }
 
 const char* FunctionOf(Color color) {
-    if (color == colors::kUnassigned) return "nothing assigned";
+    if (color == colors::kUnassigned || color == colors::kWhite) return "nothing assigned";
     if (color == colors::kYellow) return "Input";
     for (const PortScreen::LegendEntry& entry : PortScreen::Legend())
         if (entry.color == color) return entry.text.data();
     return "";
+}
+
+// Before a device is loaded, nothing has a function yet.
+Color Shown(Color color) {
+    return color == colors::kWhite ? colors::kUnassigned : color;
 }
 
 /// A letter in the pin of each function, so that the colour isn't the only sign.
@@ -209,10 +214,12 @@ void CableDrawing::PaintWires(QPainter& painter) const {
     for (const bool assigned : {false, true}) {
         for (int pin = 1; pin <= PortScreen::kHeaderPins; ++pin) {
             const Line& line = model_.wires[At(pin)];
-            const bool used = line.BorderColor != colors::kUnassigned;
+            const bool loaded = model_.Pinheader[At(pin)].BackColor != colors::kWhite;
+            const Color color = loaded ? line.BorderColor : colors::kUnassigned;
+            const bool used = color != colors::kUnassigned;
             if (!line.Visible || used != assigned) continue;
-            QPen pen(used ? theme.Ink(line.BorderColor) : theme.line, used ? 2.0 : 1.5);
-            if (line.BorderColor == colors::kBlack) pen.setColor(theme.signal);
+            QPen pen(used ? theme.Ink(color) : theme.line, used ? 2.0 : 1.5);
+            if (color == colors::kBlack) pen.setColor(theme.signal);
             pen.setJoinStyle(Qt::RoundJoin);
             painter.setPen(pen);
             painter.setBrush(Qt::NoBrush);
@@ -228,10 +235,11 @@ void CableDrawing::PaintPin(QPainter& painter, const QPointF& at, const Shape& p
     if (!pin.Visible) return;
     const double r = U(0.85);
     const QRectF box(at.x() - r, at.y() - r, 2 * r, 2 * r);
-    const bool used = pin.BackColor != colors::kUnassigned;
-    const QColor fill = used ? theme.Ink(pin.BackColor) : theme.surface;
+    const Color color = Shown(pin.BackColor);
+    const bool used = color != colors::kUnassigned;
+    const QColor fill = used ? theme.Ink(color) : theme.surface;
     painter.setPen(QPen(used ? fill : theme.muted, 1.0));
-    if (pin.BackColor == colors::kBlack) painter.setPen(QPen(theme.signal, 1.0));
+    if (color == colors::kBlack) painter.setPen(QPen(theme.signal, 1.0));
     painter.setBrush(fill);
     if (round)
         painter.drawEllipse(box);
@@ -242,7 +250,7 @@ void CableDrawing::PaintPin(QPainter& painter, const QPointF& at, const Shape& p
     painter.setPen(!used                    ? theme.muted
                    : fill.lightness() < 140 ? Qt::white
                                             : QColor(0x10, 0x12, 0x16));
-    const QString sign = used ? LetterOf(pin.BackColor) : QString::number(number);
+    const QString sign = used ? LetterOf(color) : QString::number(number);
     painter.drawText(box, Qt::AlignCenter, sign);
 }
 

@@ -71,8 +71,6 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
         return new PortView(hand_, models_.port, parent);
     case kRegistersTab:
         return new RegistersView(hand_, models_.registers, parent);
-    case kBurstTab:
-        return new BurstView(hand_, models_.burst, parent);
     case kBitsTab:
         return new BitsView(hand_, models_.bits, parent);
     default:

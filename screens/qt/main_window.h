@@ -14,7 +14,6 @@ class AboutDialog;
 class BitsScreen;
 class BurstScreen;
 class Board;
-class BurstScreen;
 class ErrorList;
 class MenuModel;
 class PortScreen;

@@ -133,7 +133,7 @@ void PaintScrollBar(const QStyle& style, const QStyleOptionSlider& bar, QPainter
 }
 
 void PaintHeaderLabel(const QStyleOptionHeader& header, QPainter& painter) {
-    const QRect inner = header.rect.adjusted(Metrics::Now().unit, 0, -Metrics::Now().half, 0);
+    const QRect inner = header.rect.adjusted(Metrics::Now().unit - 2, 0, -Metrics::Now().half, 0);
     painter.setPen(Theme::Now().muted);
     painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(header.text, Qt::ElideRight, inner.width()));
