@@ -79,6 +79,7 @@ void Machine::Activate() {
 
 Value Machine::Run(const Procedure& procedure, Instance* self, std::span<Value> args) {
     if (nested_ >= kMaxNested) Raise(ErrorNumber::OutOfStack);
+    Poll();
     auto* top = Top();
     if (stack_end_ - top <= static_cast<std::ptrdiff_t>(args.size()))
         Raise(ErrorNumber::OutOfStack);

@@ -94,7 +94,10 @@ void Machine::Dispatch() {
             slow(&Machine::DoSetVar, in);
             break;
         case Op::Copy:
-            slow(&Machine::DoCopy, in);
+            if (IsPlainNumber(reg(in.b)))
+                reg(in.a) = reg(in.b);
+            else
+                slow(&Machine::DoCopy, in);
             break;
         case Op::TakeRef: {
             auto& variable = reg(in.b);
@@ -325,7 +328,10 @@ void Machine::Dispatch() {
             }
             pc = frames_.back().pc;
             banks = frames_.back().procedure->module->Banks();
-            Store(pc[-1], Cursor{pc, banks}, std::move(result));
+            if (IsPlainNumber(result) && pc[-1].a != kNowhere)
+                reg(pc[-1].a) = result;
+            else
+                Store(pc[-1], Cursor{pc, banks}, std::move(result));
             break;
         }
         case Op::Fail:
