@@ -91,8 +91,10 @@ void Machine::DoReadName(const Instruction& in, const Cursor& at) {
     }
     auto& variable = meaning.variable ? *meaning.variable : CreateVariable(site, at);
     auto& target = variable.Target();
-    const bool constant = frames_.back().procedure->module->IsConstant(site.name);
-    const bool by_reference = ((in.flags & kWantRef) && !constant) || target.IsArray();
+    const auto is_constant = [&] {
+        return frames_.back().procedure->module->IsConstant(site.name);
+    };
+    const bool by_reference = target.IsArray() || ((in.flags & kWantRef) && !is_constant());
     if (by_reference) {
         at[in.a] = variable.type() == Type::ElementRef ? variable : Value::Ref(&target);
     } else {
