@@ -129,7 +129,7 @@ void Machine::DoConcatMany(const Instruction& in, const Cursor& at) {
     std::vector<Value*> parts;
     for (std::uint32_t i = 0; i < in.c; ++i)
         parts.push_back(first + i);
-    const bool grows = target.IsString() && &first->Target() == &target;
+    const bool grows = first != &target && target.IsString() && &first->Target() == &target;
     if (grows) parts.erase(parts.begin());
     auto result = Concatenate(parts);
     for (std::uint32_t i = 0; i < in.c; ++i)
