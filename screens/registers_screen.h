@@ -116,6 +116,8 @@ class RegistersScreen {
     int TextWidth(int row) const;
     void MakeTemplate();
     void ShowReadback(bool visible);
+    /// Red where a bit can be edited, blue in the control bits.
+    Color CaretColor(int row, int position) const;
     void RestColors();
     void ColorRow(int row, Color color);
     void MoveTo(int row, int position, Color color);

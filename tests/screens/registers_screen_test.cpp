@@ -73,6 +73,11 @@ TEST_F(RegistersTab, the_control_bits_are_blue_and_refuse_edits) {
     EXPECT_EQ(Reg(0).Value(), 0);
     EXPECT_EQ(Bits(0).SelStart, MsbColumn(2)) << "the caret stays";
 
+    screen.KeyDown(0, Arrow::Left);
+    EXPECT_EQ(RowColor(0), colors::kBlue) << "bit 3 is a control bit too";
+    screen.KeyDown(0, Arrow::Left);
+    EXPECT_EQ(RowColor(0), colors::kRed);
+
     screen.ClickBits(0, MsbColumn(5));
     screen.KeyDown(0, Arrow::Right);
     EXPECT_EQ(Bits(0).SelStart, MsbColumn(4));
