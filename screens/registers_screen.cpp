@@ -18,8 +18,6 @@ namespace zentrel {
 namespace {
 
 constexpr int kTwipsPerDigit = 180;
-constexpr std::int16_t kHexDigits = 7;
-constexpr std::int16_t kHexGroup = 4;
 
 constexpr std::array<std::string_view, 3> kBases{"Binary", "Decimal", "Hex"};
 enum Base { kBinary, kDecimal, kHex };

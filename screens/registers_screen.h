@@ -43,6 +43,10 @@ class RegistersScreen {
     ElementArray<Option> oReadbackBase; ///< Binary, decimal, hexadecimal.
     TextBox txtReadbackRegVal;
 
+    /// A word in `lblHexRegValue`: its fewest digits, and the digits of a group.
+    static constexpr std::int16_t kHexDigits = 7;
+    static constexpr std::int16_t kHexGroup = 4;
+
     /// Rows in use.
     int RowCount() const { return rows_; }
     /// From this row on the second ruler serves, on a device that has so many.
