@@ -149,8 +149,7 @@ void RegistersScreen::TabSelected(int now) {
     constexpr int kThisTab = 1;
     if (now == kThisTab) {
         RestColors();
-        shpBitHiLite.Visible = false;
-        marker_ = {};
+        HideMarker(); // and the value that an edit on another tab has shown again
     } else {
         vscRegisters.Visible = false;
         lblHexDisplay.Visible = lblHexValue.Visible = false;

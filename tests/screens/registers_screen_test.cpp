@@ -202,9 +202,12 @@ TEST_F(RegistersTab, leaving_and_coming_back_clears_the_marks) {
     screen.ClickBits(1, MsbColumn(10));
     screen.TabSelected(kBitsTab);
     EXPECT_FALSE(screen.lblHexDisplay.Visible);
+    Reg(1).SetValue(0x5A1); // by a field's own tab
+    screen.UpdateRegisterDisplay();
     screen.TabSelected(kRegistersTab);
     EXPECT_EQ(RowColor(1), colors::kButtonText);
     EXPECT_FALSE(screen.shpBitHiLite.Visible);
+    EXPECT_FALSE(screen.lblHexDisplay.Visible) << "no digit is selected";
 }
 
 TEST_F(RegistersTab, clearing_leaves_the_template) {
