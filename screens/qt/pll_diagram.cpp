@@ -19,8 +19,8 @@ using Tone = DiagramItem::Tone;
 
 // All lengths are in grid units until they reach the scene.
 constexpr double kMargin = 2.5;
-constexpr double kReferenceRow = 14; // the wire from the oscillator to the R counter
-constexpr double kLoopRow = 23;      // the wire from the phase detector to the VCO
+constexpr double kReferenceRow = 10.5; // the wire from the oscillator to the R counter
+constexpr double kLoopRow = 19.5;      // the wire from the phase detector to the VCO
 constexpr double kBackTop = kLoopRow + 10;
 constexpr double kGap = 5;            // a wire with its arrowhead between two blocks
 constexpr double kRadius = 3;         // of an oscillator
@@ -55,7 +55,7 @@ class Layout {
             Pin(pin, kReferenceRow, panel_.lblPLLOSCinPin);
             Wire({{pin, kReferenceRow}, {centre - kRadius, kReferenceRow}});
         }
-        Oscillator(centre, kReferenceRow, "Reference");
+        Oscillator(centre, kReferenceRow);
         Caption(centre, kReferenceRow - kRadius - 2.75, 2);
         const double below = kReferenceRow + kRadius + 1.25;
         const double left = std::max(kMargin, centre - boxWidth / 2);
@@ -72,10 +72,11 @@ class Layout {
 
     double Doubler(double from) {
         constexpr double kWidth = 10;
-        const QRectF block(from + kGap, kReferenceRow - 4, kWidth, 8);
+        const double height = name_ + box_ + 1.5;
+        const QRectF block(from + kGap, kReferenceRow - height / 2, kWidth, height);
         Wire({{from, kReferenceRow}, {block.left(), kReferenceRow}});
         Block(block, Name(pll_diagram::kDoublerLabel)).tip = Tip(panel_.lblDoubler.Tag);
-        Place("lblDoubler", block.left() + 1.5, block.top() + name_ + 0.25, kWidth - 3);
+        Place("lblDoubler", block.left() + 1.5, block.top() + name_ + 0.5, kWidth - 3);
         return block.right();
     }
 
@@ -83,22 +84,22 @@ class Layout {
         double x = from;
         if (panel_.txtRCounter.Visible) {
             const double width = BoxWidth(7, true);
-            const double height = name_ + box_ + 1.75;
+            const double height = name_ + box_ + 1.5;
             const QRectF block(x + kGap, kReferenceRow - height / 2, width + 3, height);
             Wire({{x, kReferenceRow}, {block.left(), kReferenceRow}});
             Block(block, Name(8)).tip = Tip(pll_.RCounterName());
             Place("txtRCounter", block.left() + 1.5, block.top() + name_ + 0.5, width);
             x = block.right();
         }
-        const double detector = x + 12;
-        const double corner = detector - 5;
+        const double detector = x + 10;
+        const double corner = detector - 4;
         Wire({{x, kReferenceRow},
               {corner, kReferenceRow},
               {corner, kReferenceInput},
               {detector, kReferenceInput}});
         const double width = BoxWidth(11, true);
         const double top = kReferenceRow - 2 - box_;
-        const double left = x + 2.5;
+        const double left = x + 1.5;
         Place("txtFpd", left, top, width);
         Unit(left + width, top, 1);
         Text({left, top - kLine - 0.25, 26, kLine}, Name(5), Tone::Name,
@@ -112,11 +113,11 @@ class Layout {
         const QRectF phase(detector, kTop, 12, 2 * kDetectorHalf);
         Block(phase, QStringLiteral("Phase\nDetector")).tip = TipText(panel_.lblPLL[10].Caption);
         const double second = name_ + kLine - 0.5; // below a name of two lines
-        Place("lblPDPol", phase.left() + 2.5, kTop + second + 0.75, 7);
+        Place("lblPDPol", phase.left() + 1.5, kTop + second + 0.75, 9);
         const QRectF below(phase.left() - 2, phase.bottom() + 0.5, phase.width() + 4, kLine);
         Text(below, QStringLiteral("Polarity"));
 
-        const QRectF pump(phase.right() + 4.5, kTop, 14, 2 * kDetectorHalf);
+        const QRectF pump(phase.right() + 4, kTop, 14, 2 * kDetectorHalf);
         Wire({{phase.right(), kLoopRow}, {pump.left(), kLoopRow}});
         Block(pump, QStringLiteral("Charge Pump")).tip =
             TipText(panel_.lblPLL[11].Caption + ", " + panel_.lblPLL[12].Caption);
@@ -145,12 +146,12 @@ class Layout {
         const double left = from + kGap;
         const double centre = left + around + kRadius;
         const double right = centre + kRadius + around;
-        Wire({{from, kLoopRow}, {centre - kRadius, kLoopRow}});
         const double top = kLoopRow - kRadius - around;
         if (onChip)
             Frame({left, top, right - left, 2 * (kRadius + around)}).tip =
                 QStringLiteral("VCO on the chip");
-        Oscillator(centre, kLoopRow, "VCO");
+        Wire({{from, kLoopRow}, {centre - kRadius, kLoopRow}});
+        Oscillator(centre, kLoopRow);
         Caption(centre, top - kLine - 0.25, 13);
         const double width = BoxWidth(13, false);
         const double boxTop = top - kLine - 0.75 - box_;
@@ -161,13 +162,13 @@ class Layout {
     }
 
     double Branches(double right) {
-        const double branch = right + 2.5;
+        const double branch = right + 2;
         const bool pin = panel_.linpll[pll_diagram::kFoutLine].Visible;
         hasOutput_[0] = panel_.linpll[pll_diagram::kOut0Line].Visible || panel_.txtOUT0_DIV.Visible;
         hasOutput_[1] = panel_.linpll[pll_diagram::kOut1Line].Visible ||
                         panel_.txtOUT1_DIV.Visible || panel_.lblPLLOut1Pin.Visible;
         const bool outputs = hasOutput_[0] || hasOutput_[1];
-        trunk_ = outputs ? branch + 3.5 : branch;
+        trunk_ = outputs ? branch + 2.5 : branch;
         double end = trunk_;
         if (pin) {
             const double name = NameWidth(panel_.lblPLLFoutPin) / 2;
@@ -222,15 +223,16 @@ class Layout {
 
     // What lies between N counter and VCO, the N counter's neighbour first.
     std::vector<Back> BackChain() {
+        const double height = name_ + box_ + 1.5;
         std::vector<Back> chain;
         if (panel_.lblNPrescale.Visible)
-            chain.push_back({12, 8, [this](const QRectF& rect) { Prescaler(rect); }});
+            chain.push_back({12, height, [this](const QRectF& rect) { Prescaler(rect); }});
         const bool manual = panel_.pllManualDivide.Visible;
         if (panel_.pllExtraDiv.Visible || manual)
-            chain.push_back({manual ? BoxWidth(5, false) + 3 : 13.0, 8,
+            chain.push_back({manual ? BoxWidth(5, false) + 3 : 13.0, height,
                              [this, manual](const QRectF& rect) { Extra(rect, manual); }});
         if (panel_.pllSynthDiv.Visible)
-            chain.push_back({13, 8, [this](const QRectF& rect) {
+            chain.push_back({13, height, [this](const QRectF& rect) {
                                  Block(rect, OneLine(panel_.pllSynthDivLblHigh),
                                        Quotient(panel_.pllSynthDivLblLow))
                                      .tip = Tip(panel_.pllSynthDivLblHigh.Tag);
@@ -242,15 +244,14 @@ class Layout {
         DiagramItem& block = Block(rect, Name(pll_diagram::kPrescalerLabel));
         block.meaning = panel_.shpPLL[pll_diagram::kPrescalerBox].BackColor;
         block.tip = Tip(panel_.lblNPrescale.Tag, "shpPLL");
-        Place("lblNPrescale", rect.left() + 1.5, rect.top() + name_ + 0.25, rect.width() - 3);
+        Place("lblNPrescale", rect.left() + 1.5, rect.top() + name_ + 0.5, rect.width() - 3);
     }
 
     void Extra(const QRectF& rect, bool manual) {
         const QString value = manual ? QString() : Quotient(panel_.pllExtraDivVal);
         Block(rect, OneLine(panel_.pllExtraDivLbl), value);
         if (manual)
-            Place("pllManualDivide", rect.left() + 1.5, rect.top() + name_ + 0.25,
-                  rect.width() - 3);
+            Place("pllManualDivide", rect.left() + 1.5, rect.top() + name_ + 0.5, rect.width() - 3);
     }
 
     double CounterHeight(bool fraction) const {
@@ -273,7 +274,7 @@ class Layout {
     }
 
     void Outputs() {
-        double row = std::max(backRow_ + 4, hasOutput_[0] ? backRow_ + 4 : 0.0) + 6;
+        double row = backRow_ + 9;
         double last = kLoopRow;
         const struct {
             const Label& pin;
@@ -291,8 +292,8 @@ class Layout {
         for (int output = 0; output < 2; ++output) {
             if (!hasOutput_[output]) continue;
             const auto& o = outputs[output];
-            const double left = trunk_ + 3.5;
-            const double width = BoxWidth(12, false);
+            const double left = trunk_ + 3;
+            const double width = BoxWidth(11, false);
             double right = left + 5;
             if (o.trunk) {
                 if (last > kLoopRow) Dot(trunk_, last);
@@ -303,9 +304,8 @@ class Layout {
                 const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);
                 Block(block, {}).tip = Tip(o.divider.Tag);
                 const double box = BoxWidth(5, true);
-                Text({left + 1, block.top(), width - box - 2, block.height()},
-                     QStringLiteral("OUT%1 ÷").arg(output), Tone::Name,
-                     Qt::AlignLeft | Qt::AlignVCenter);
+                Text({left, block.top(), width - box - 1, block.height()}, QStringLiteral("÷"),
+                     Tone::Value);
                 Place(o.dividerName, block.right() - 1 - box, block.top() + 1, box);
                 right = block.right();
             } else {
@@ -370,7 +370,7 @@ class Layout {
                       Qt::Alignment align = Qt::AlignCenter) {
         return diagram_.scene.Text(Px(rect), text, tone, align);
     }
-    void Oscillator(double x, double y, const char* /*what*/) {
+    void Oscillator(double x, double y) {
         diagram_.scene.Oscillator(Px(QPointF(x, y)), kRadius * unit_);
     }
     void Caption(double centre, double top, int label) {
