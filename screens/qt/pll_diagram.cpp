@@ -148,16 +148,16 @@ class Layout {
         const double right = centre + kRadius + around;
         const double top = kLoopRow - kRadius - around;
         if (onChip)
-            Frame({left, top, right - left, 2 * (kRadius + around)}).tip =
+            Block({left, top, right - left, right - left}, {}).tip =
                 QStringLiteral("VCO on the chip");
-        Wire({{from, kLoopRow}, {centre - kRadius, kLoopRow}});
+        Wire({{from, kLoopRow}, {left, kLoopRow}});
         Oscillator(centre, kLoopRow);
         Caption(centre, top - kLine - 0.25, 13);
         const double width = BoxWidth(13, false);
         const double boxTop = top - kLine - 0.75 - box_;
         Place("txtVCO", left, boxTop, width);
         Unit(left + width, boxTop, 7);
-        vco_ = centre + kRadius;
+        vco_ = right;
         return Branches(right);
     }
 
@@ -303,7 +303,7 @@ class Layout {
             if (o.divider.Visible) {
                 const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);
                 Block(block, {}).tip = Tip(o.divider.Tag);
-                const double box = BoxWidth(5, true);
+                const double box = BoxWidth(4, true);
                 Text({left, block.top(), width - box - 1, block.height()}, QStringLiteral("÷"),
                      Tone::Value);
                 Place(o.dividerName, block.right() - 1 - box, block.top() + 1, box);
@@ -365,7 +365,6 @@ class Layout {
     DiagramItem& Block(const QRectF& rect, const QString& name, const QString& value) {
         return diagram_.scene.Block(Px(rect), name, value);
     }
-    DiagramItem& Frame(const QRectF& rect) { return diagram_.scene.Block(Px(rect), {}); }
     DiagramItem& Text(const QRectF& rect, const QString& text, Tone tone = Tone::Name,
                       Qt::Alignment align = Qt::AlignCenter) {
         return diagram_.scene.Text(Px(rect), text, tone, align);
