@@ -6,6 +6,7 @@
 
 #include "partfile/catalogue.h"
 #include "screens/qt/model_text.h"
+#include "screens/qt/pll_view.h"
 
 namespace zentrel {
 
@@ -56,6 +57,9 @@ void Program::MakeWindow() {
         frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
         frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, bench_.board,
         frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
+    window_->SetPageMaker([this](int tab, QWidget* parent) {
+        return view::MakePllPage(window_->hand(), part_, tab, parent);
+    });
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
