@@ -57,20 +57,13 @@ void Program::MakeWindow() {
         frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
         frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, frm_.loopFilter,
         bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
-    window_->SetPageMaker([this](int tab, QWidget* parent) { return MakePage(tab, parent); });
+    window_->SetPageMaker([this](int tab, QWidget* parent) {
+        return view::MakeClockPage(window_->hand(), part_, frm_.loopFilter, tab, parent);
+    });
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
     frm_.guard.AfterEvent = [this] { window_->Sync(); };
-}
-
-view::ScreenView* Program::MakePage(int tab, QWidget* parent) {
-    for (int n = 1; n <= part_.ClkDists.Count(); ++n) {
-        if (part_.ClkDists(n).ClkDistTab == tab)
-            return new view::ClockView(window_->hand(), part_.ClkDists.Share(n), frm_.loopFilter,
-                                       parent);
-    }
-    return nullptr;
 }
 
 void Program::Start() {

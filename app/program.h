@@ -42,8 +42,6 @@ class Program {
     Drivers DriversFor(bool simulated);
     void ConnectSession();
     void MakeWindow();
-    /// The page of a block's tab; null for any other tab.
-    view::ScreenView* MakePage(int tab, QWidget* parent);
 
     Session session_;
     cPart part_{session_};

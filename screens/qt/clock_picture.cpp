@@ -66,7 +66,8 @@ class Picture {
         if (source.circle.isEmpty()) return;
         const QRectF circle = source.circle;
         scene_.Oscillator(circle.center(), circle.width() / 2).path = path;
-        Name(source.name, name);
+        const bool beside = source.name.bottom() == source.box.bottom();
+        Name(source.name, name, beside ? kRight : kLeft);
         Name(source.unit, unit, kLeft, Tone::Unit);
     }
 

@@ -14,6 +14,8 @@ constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 22, kDividerWidth 
 constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 15, kTerminalPitch = 4;
 constexpr int kNameWidth = 11, kDivWidth = 13, kDelayWidth = 17, kMuxColumn = 22, kOutputWidth = 15,
               kFrequencyWidth = 14, kColumnGap = 3, kRowLead = 6;
+constexpr int kTableWidth = kNameWidth + kDivWidth + kDelayWidth + kMuxColumn + kOutputWidth +
+                            kFrequencyWidth + 5 * kColumnGap + 1 + kUnitWidth;
 constexpr int kDelayList = 14;
 
 const Metrics& M() {
@@ -49,7 +51,7 @@ ClockPlan::ClockPlan(const ClockPanel& panel) {
         PlaceLoneSource();
     } else {
         const bool mux = Shown(ShapeOf(panel, clk_shape::kInputMux));
-        axis = U(mux ? 13 : 10);
+        axis = U(mux ? 11 : 8);
         PlacePath(panel);
         PlaceSecondRow(panel);
     }
@@ -76,10 +78,10 @@ void ClockPlan::PlacePath(const ClockPanel& panel) {
     int x = U(kMargin);
     if (Shown(ShapeOf(panel, clk_shape::kReference))) {
         reference = PlaceSource(x);
-        x = Right(reference.unit) + U(3);
+        x = Right(reference.unit) + U(4);
     }
     if (Shown(ShapeOf(panel, clk_shape::kPll))) {
-        referenceTap = x - U(2);
+        referenceTap = x - U(3);
         x = PlaceBlock(pll, x, kPllWidth);
     }
     if (Shown(LabelOf(panel, clk_label::kExternalFilter)))
@@ -208,9 +210,12 @@ void ClockPlan::PlaceLoneSource() {
 void ClockPlan::PlaceChannels() {
     const int first = busX + U(kRowLead);
     int x = first;
-    const auto column = [&x](int width) {
+    // The table is as wide as the drawing above it.
+    const int natural = first + U(kTableWidth);
+    const int gap = U(kColumnGap) + std::clamp((outX - natural) / 5, 0, U(kColumnGap));
+    const auto column = [&x, gap](int width) {
         const int left = x;
-        x += U(width + kColumnGap);
+        x += U(width) + gap;
         return QRect(left, 0, U(width), M().boxHeight);
     };
     Row row;
@@ -231,7 +236,7 @@ void ClockPlan::PlaceChannels() {
         at.axis = y + M().boxHeight / 2;
         y += M().boxHeight + M().unit;
     }
-    size = {std::max(Right(row.unit), outX) + U(kMargin), y + M().unit};
+    size = {std::max(Right(row.unit), outX) + U(kMargin), y};
 }
 
 } // namespace zentrel::view

@@ -390,4 +390,13 @@ bool ClockView::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
+ScreenView* MakeClockPage(const Hand& hand, const cPart& part, frmLoopFilter& filter, int tab,
+                          QWidget* parent) {
+    for (int n = 1; n <= part.ClkDists.Count(); ++n) {
+        if (part.ClkDists(n).ClkDistTab == tab)
+            return new ClockView(hand, part.ClkDists.Share(n), filter, parent);
+    }
+    return nullptr;
+}
+
 } // namespace zentrel::view

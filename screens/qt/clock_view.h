@@ -15,6 +15,7 @@
 #include "screens/qt/screen_view.h"
 
 namespace zentrel {
+class cPart;
 class frmLoopFilter;
 enum class MouseButton;
 } // namespace zentrel
@@ -97,5 +98,9 @@ class ClockView : public ScreenView {
     std::unordered_map<QObject*, Tip> tips_;
     int hovered_ = -1; ///< Which of the places that react the mouse is over.
 };
+
+/// The page of a tab that belongs to a clock block of the device; null for any other tab.
+ScreenView* MakeClockPage(const Hand& hand, const cPart& part, frmLoopFilter& filter, int tab,
+                          QWidget* parent);
 
 } // namespace zentrel::view
