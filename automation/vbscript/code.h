@@ -131,7 +131,6 @@ enum : std::uint8_t {
 struct Instruction {
     Op op;
     std::uint8_t flags;
-    std::uint16_t count; ///< unused by most
     std::uint32_t a;
     std::uint32_t b;
     std::uint32_t c;
@@ -148,6 +147,7 @@ struct Site {
     const void* table = nullptr; ///< what the cached member belongs to
     Member member;               ///< of a host object
     const ClassMember* class_member = nullptr;
+    HostObject* object = nullptr; ///< the named object that the name stands for
 };
 
 /// A statement's beginning in the code.
@@ -179,7 +179,7 @@ struct Procedure {
     bool option_explicit = false;
     ScriptModule* module = nullptr;
     const ClassInfo* owner = nullptr;
-    std::vector<bool> by_value; ///< per parameter
+    std::vector<std::uint8_t> by_value; ///< per parameter
     std::uint32_t parameter_count = 0;
     std::uint32_t result = 0;      ///< frame place of the result
     std::uint32_t local_count = 0; ///< places in front of the temporaries
@@ -190,6 +190,7 @@ struct Procedure {
     std::vector<Declarator> shapes;
     std::vector<Mark> marks;
     std::vector<LocalName> locals;
+    std::vector<Operand> unknown; ///< places of names that nobody has declared
     std::vector<ConstantDeclaration> local_constants;
     std::vector<LocalName> borrowed; ///< own place and name of what Execute takes from its caller
     std::vector<NameId> declares;    ///< variables that Execute adds to its caller

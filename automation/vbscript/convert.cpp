@@ -11,8 +11,8 @@
 namespace zentrel::vbscript {
 namespace {
 
-constexpr double kCurrencyScale = 10000;
-constexpr double kCurrencyLimit = 9223372036854775807.0;
+constexpr long double kCurrencyScale = 10000;
+constexpr long double kCurrencyLimit = 9223372036854775807.0L;
 
 [[noreturn]] void RaiseNotConvertible(const Value& value) {
     Raise(value.IsNull() ? ErrorNumber::InvalidNull : ErrorNumber::TypeMismatch);
@@ -48,7 +48,7 @@ double ToDouble(const Value& value) {
     case Type::Date:
         return v.AsDouble();
     case Type::Currency:
-        return static_cast<double>(v.AsInteger()) / kCurrencyScale;
+        return static_cast<double>(static_cast<long double>(v.AsInteger()) / kCurrencyScale);
     case Type::String:
         return NumberInText(v.AsText());
     case Type::Object:
@@ -86,7 +86,8 @@ double ToSingle(const Value& value) {
 std::int64_t ToCurrency(const Value& value) {
     const auto plain = Plain(value);
     if (plain.type() == Type::Currency) return plain.AsInteger();
-    const double scaled = std::nearbyint(ToDouble(plain) * kCurrencyScale);
+    const long double scaled =
+        std::nearbyint(static_cast<long double>(ToDouble(plain)) * kCurrencyScale);
     if (!(std::fabs(scaled) < kCurrencyLimit)) Raise(ErrorNumber::Overflow);
     return static_cast<std::int64_t>(scaled);
 }

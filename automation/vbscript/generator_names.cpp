@@ -73,6 +73,7 @@ Operand Generator::UnknownLocal(NameId name) {
         if (local.name == name) return local.place;
     const auto place = local_count_++;
     procedure_->locals.push_back({name, place, false});
+    procedure_->unknown.push_back(place);
     if (inside_) procedure_->borrowed.push_back({name, place, false});
     return place;
 }

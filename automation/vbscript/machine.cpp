@@ -15,12 +15,22 @@ namespace zentrel::vbscript {
 Machine::Machine(Runtime& runtime)
     : runtime_(runtime),
       memory_(std::make_unique_for_overwrite<std::byte[]>(kStackSize * sizeof(Value))),
-      stack_(reinterpret_cast<Value*>(memory_.get())), stack_end_(stack_ + kStackSize) {}
+      stack_(reinterpret_cast<Value*>(memory_.get())), stack_end_(stack_ + kStackSize) {
+    frames_.reserve(kMaxFrames);
+}
 
 Machine::~Machine() = default;
 
 Value* Machine::Top() const {
     return frames_.empty() ? stack_ : frames_.back().base + frames_.back().procedure->frame_size;
+}
+
+/// A ByVal argument: the value behind a reference, an array that lends an element out as a copy.
+void Machine::TakeValue(Value& argument) {
+    Value own(argument.Target());
+    if (own.IsArray() && own.AsArray()->Locked())
+        own = Value::FromArray(ArrayData::Copy(*own.AsArray()).get());
+    argument = std::move(own);
 }
 
 /// Lays out a frame over arguments that lie on the stack already. They end with the frame, or here
@@ -37,18 +47,13 @@ void Machine::Push(const Procedure& procedure, Instance* self, Value* args, std:
     if (frames_.size() >= kMaxFrames || stack_end_ - args <= procedure.frame_size)
         drop(ErrorNumber::OutOfStack);
     for (std::size_t i = 0; i < count; ++i)
-        if (procedure.by_value[i]) {
-            Value own(args[i].Target());
-            if (own.IsArray() && own.AsArray()->Locked())
-                own = Value::FromArray(ArrayData::Copy(*own.AsArray()).get());
-            args[i] = std::move(own);
-        }
+        if (procedure.by_value[i]) TakeValue(args[i]);
     for (auto* place = args + count; place != args + procedure.frame_size; ++place)
         new (place) Value();
     if (self) self->Retain();
     frames_.push_back({&procedure, procedure.code.data(), args, self, false, entry});
-    for (const auto& local : procedure.locals)
-        if (!local.declared) args[local.place] = Value::Unset();
+    for (const auto place : procedure.unknown)
+        args[place] = Value::Unset();
     Activate();
 }
 
@@ -74,6 +79,7 @@ void Machine::Activate() {
 
 Value Machine::Run(const Procedure& procedure, Instance* self, std::span<Value> args) {
     if (nested_ >= kMaxNested) Raise(ErrorNumber::OutOfStack);
+    Poll();
     auto* top = Top();
     if (stack_end_ - top <= static_cast<std::ptrdiff_t>(args.size()))
         Raise(ErrorNumber::OutOfStack);

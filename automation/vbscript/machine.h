@@ -65,6 +65,7 @@ class Machine {
     // --- frames: machine.cpp ---
     void Push(const Procedure& procedure, Instance* self, Value* args, std::size_t count,
               bool entry);
+    static void TakeValue(Value& argument);
     void Pop();
     void Activate();
     Value* Top() const;
@@ -100,7 +101,8 @@ class Machine {
     bool DoForNext(const Instruction& in, const Cursor& at);
     void DoEachInit(const Instruction& in, const Cursor& at);
     bool DoEachNext(const Instruction& in, const Cursor& at);
-    Meaning MeaningOf(const Site& site, const Cursor& at);
+    HostObject* NamedObject(Site& site);
+    Meaning MeaningOf(Site& site, const Cursor& at);
     Value& CreateVariable(const Site& site, const Cursor& at);
     void DoReadName(const Instruction& in, const Cursor& at);
     void DoBindName(const Instruction& in, const Cursor& at);

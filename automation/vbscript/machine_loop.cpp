@@ -47,6 +47,8 @@ void Machine::Dispatch() {
     };
     const auto jump_unless = [&](const Instruction& in, auto operation) {
         auto quick = QuickCompare(reg(in.b), reg(in.c), operation);
+        if (quick == Outcome::Unknown)
+            quick = QuickCompare(reg(in.b).Target(), reg(in.c).Target(), operation);
         if (quick == Outcome::Unknown || (in.flags & (kFreeB | kFreeC)))
             quick = Tell(IsTrue(slow(&Machine::CompareSlow, in, Op::JumpUnlessEqual)));
         if (quick == Outcome::No) jump(in);
@@ -60,7 +62,10 @@ void Machine::Dispatch() {
         return IsTrue(condition);
     };
     const auto arithmetic = [&](const Instruction& in, auto operation) {
-        if (!Quick(reg(in.a), reg(in.b), reg(in.c), operation)) slow(&Machine::BinarySlow, in);
+        // The second try reads through ByRef parameters.
+        if (!Quick(reg(in.a), reg(in.b), reg(in.c), operation) &&
+            !Quick(reg(in.a), reg(in.b).Target(), reg(in.c).Target(), operation))
+            slow(&Machine::BinarySlow, in);
     };
     const auto bits = [&](const Instruction& in, auto operation) {
         if (!QuickBits(reg(in.a), reg(in.b), reg(in.c), operation)) slow(&Machine::BinarySlow, in);
@@ -89,7 +94,10 @@ void Machine::Dispatch() {
             slow(&Machine::DoSetVar, in);
             break;
         case Op::Copy:
-            slow(&Machine::DoCopy, in);
+            if (IsPlainNumber(reg(in.b)))
+                reg(in.a) = reg(in.b);
+            else
+                slow(&Machine::DoCopy, in);
             break;
         case Op::TakeRef: {
             auto& variable = reg(in.b);
@@ -320,7 +328,10 @@ void Machine::Dispatch() {
             }
             pc = frames_.back().pc;
             banks = frames_.back().procedure->module->Banks();
-            Store(pc[-1], Cursor{pc, banks}, std::move(result));
+            if (IsPlainNumber(result) && pc[-1].a != kNowhere)
+                reg(pc[-1].a) = result;
+            else
+                Store(pc[-1], Cursor{pc, banks}, std::move(result));
             break;
         }
         case Op::Fail:

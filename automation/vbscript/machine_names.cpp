@@ -21,8 +21,15 @@ void Machine::Enter(const Procedure& procedure, Instance* self, const Site& site
     Push(procedure, self, &at[site.first], site.count, false);
 }
 
+/// The host's object of that name. Objects are only ever added while the code lives, so that a site
+/// may remember what it found.
+HostObject* Machine::NamedObject(Site& site) {
+    if (!site.object) site.object = runtime_.FindObject(site.name);
+    return site.object;
+}
+
 /// Looks outwards: the procedure, its module, the host's objects, the global module, the language.
-Machine::Meaning Machine::MeaningOf(const Site& site, const Cursor& at) {
+Machine::Meaning Machine::MeaningOf(Site& site, const Cursor& at) {
     Meaning meaning;
     const auto take = [&meaning](Value& value) {
         if (value.type() == Type::Procedure)
@@ -34,7 +41,7 @@ Machine::Meaning Machine::MeaningOf(const Site& site, const Cursor& at) {
         meaning.variable = &at[site.local];
     } else if (at[site.global].type() != Type::Unset) {
         take(at[site.global]);
-    } else if (auto* object = runtime_.FindObject(site.name)) {
+    } else if (auto* object = NamedObject(site)) {
         meaning.object = object;
     } else if (auto* global = runtime_.global_module->FindGlobal(site.name)) {
         take(*global);
@@ -84,8 +91,10 @@ void Machine::DoReadName(const Instruction& in, const Cursor& at) {
     }
     auto& variable = meaning.variable ? *meaning.variable : CreateVariable(site, at);
     auto& target = variable.Target();
-    const bool constant = frames_.back().procedure->module->IsConstant(site.name);
-    const bool by_reference = ((in.flags & kWantRef) && !constant) || target.IsArray();
+    const auto is_constant = [&] {
+        return frames_.back().procedure->module->IsConstant(site.name);
+    };
+    const bool by_reference = target.IsArray() || ((in.flags & kWantRef) && !is_constant());
     if (by_reference) {
         at[in.a] = variable.type() == Type::ElementRef ? variable : Value::Ref(&target);
     } else {
@@ -116,6 +125,9 @@ void Machine::DoBindName(const Instruction& in, const Cursor& at) {
 
 void Machine::DoCall(const Instruction& in, const Cursor& at) {
     auto& site = SiteOf(in);
+    if (site.local == kNowhere && at[site.global].type() == Type::Procedure)
+        if (const auto* procedure = at[site.global].AsProcedure())
+            return Enter(*procedure, nullptr, site, at);
     const auto meaning = MeaningOf(site, at);
     if (meaning.procedure) return Enter(*meaning.procedure, nullptr, site, at);
     if (meaning.builtin) return CallBuiltin(in, at, *meaning.builtin, site);

@@ -100,7 +100,8 @@ inline Outcome QuickTruth(const Value& v) {
     return Outcome::Unknown;
 }
 
-inline Value* QuickElement(Value& base, const Value& index) {
+inline Value* QuickElement(Value& base, const Value& place) {
+    const auto& index = place.Target();
     const auto& target = base.Target();
     if (!target.IsArray() || !index.IsInteger()) return nullptr;
     return target.AsArray()->Element(index.AsInteger());

@@ -111,7 +111,11 @@ void Machine::DoConcat(const Instruction& in, const Cursor& at) {
             if (in.flags & kFreeC) at[in.c].Clear();
             return;
         }
-        Value result = in.flags & kFreeB ? std::move(at[in.b].Target()) : left;
+        Value result;
+        if (in.flags & kFreeB)
+            result.Swap(at[in.b].Target());
+        else
+            result = left;
         result.Append(text.AsText());
         Free(in, at);
         target = std::move(result);
@@ -129,7 +133,7 @@ void Machine::DoConcatMany(const Instruction& in, const Cursor& at) {
     std::vector<Value*> parts;
     for (std::uint32_t i = 0; i < in.c; ++i)
         parts.push_back(first + i);
-    const bool grows = target.IsString() && &first->Target() == &target;
+    const bool grows = first != &target && target.IsString() && &first->Target() == &target;
     if (grows) parts.erase(parts.begin());
     auto result = Concatenate(parts);
     for (std::uint32_t i = 0; i < in.c; ++i)

@@ -1,2 +1,2 @@
 WScript.Echo "never"
-x = 1 ? 2 ' !! 1025 Expected end of statement
+x = 1 ? 2 ' !! 1032 Invalid character
