@@ -41,7 +41,8 @@ void CheckLPT(cPart& part) {
                  "* In the system BIOS is ECP or Standard output mode selected?  Don't use EPP.\n\n"
                  "* Is the user logged in running with Administrator rights?\n\n"
                  "* Did the user which installed Zentrel have Administrator rights?";
-    const std::string reason = part.transport() == nullptr ? "" : part.transport()->port().Diagnosis();
+    const std::string reason =
+        part.transport() == nullptr ? "" : part.transport()->port().Diagnosis();
     if (!opened && !reason.empty()) text += "\n\n" + reason;
     part.upward().messages->Show(text);
 }

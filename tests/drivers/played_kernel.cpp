@@ -121,7 +121,7 @@ void PlayedKernel::AddUsbDevice(const std::string& socket, int vendor, int produ
         Format("A: idVendor=%04x\\n\nA: idProduct=%04x\\n\nH: descriptors=", vendor, product) +
         hex + "\n";
     GError* error = nullptr;
-    umockdev_testbed_add_from_string(testbed_, text.c_str(), &error);
+    umockdev_testbed_add_from_string(testbed_, text.c_str(), &error); // sends the event, too
     Check(error);
 }
 
@@ -131,7 +131,6 @@ void PlayedKernel::PlugBridge(const std::string& socket, const std::string& seri
     bridge_->Plug();
     AddUsbDevice(socket, kBridgeVendor, kBridgeProduct, serial);
     Attach(bridgeNode_, *bridge_);
-    umockdev_testbed_uevent(testbed_, bridgePath_.c_str(), "add");
 }
 
 void PlayedKernel::Remove(const std::string& path) {
@@ -155,9 +154,7 @@ void PlayedKernel::NoticePull() {
 
 void PlayedKernel::PlugOther(const std::string& socket) {
     AddUsbDevice(socket, 0x0403, 0x6001, "FT1");
-    const std::string path = "/sys/devices/pci0000:00/0000:00:14.0/usb1/" + socket;
-    umockdev_testbed_uevent(testbed_, path.c_str(), "add");
-    Remove(path);
+    Remove("/sys/devices/pci0000:00/0000:00:14.0/usb1/" + socket);
 }
 
 void PlayedKernel::DenyBridge() {

@@ -26,6 +26,8 @@ class PlayedKernel {
     PlayedKernel(const PlayedKernel&) = delete;
     PlayedKernel& operator=(const PlayedKernel&) = delete;
 
+    const std::string& root() const { return root_; }
+
     // Parallel ports.
     /// A port that the kernel knows; `hardware` stands behind its device file.
     PlayedPpdev& AddPort(const std::string& name, std::uint16_t base, PortDriver& hardware);

@@ -7,8 +7,8 @@
 namespace zentrel {
 namespace {
 
-constexpr UsbFault kOutFaults[] = {UsbFault::Refused, UsbFault::Protocol,  UsbFault::Halted,
-                                   UsbFault::Lost,    UsbFault::Pulled,    UsbFault::Half,
+constexpr UsbFault kOutFaults[] = {UsbFault::Refused,   UsbFault::Protocol, UsbFault::Halted,
+                                   UsbFault::Lost,      UsbFault::Pulled,   UsbFault::Half,
                                    UsbFault::Unnoticed, UsbFault::PulledOut};
 constexpr UsbFault kInFaults[] = {UsbFault::Refused, UsbFault::Protocol, UsbFault::Halted,
                                   UsbFault::Lost,    UsbFault::Pulled,   UsbFault::Late,
@@ -119,6 +119,8 @@ int PlayedUsbfs::Submit(usbdevfs_urb& urb) {
         waiting_.push_back(&urb);
         if (urb.endpoint == kIn) replies_.clear();
         return 0;
+    case UsbFault::Stuck:
+        return 0;
     case UsbFault::Pulled:
         waiting_.push_back(&urb);
         PullNow();
@@ -157,14 +159,14 @@ int PlayedUsbfs::SubmitOut(usbdevfs_urb& urb, UsbFault fault) {
 }
 
 int PlayedUsbfs::SubmitIn(usbdevfs_urb& urb, UsbFault fault) {
+    if (babbling_ && replies_.empty()) replies_.push_back({Clock::now(), {0x55, 0xAA}});
     if (!replies_.empty()) {
         Reply& reply = replies_.front();
         if (fault == UsbFault::Late) reply.from = Clock::now() + lateness_;
         if (fault == UsbFault::Garbage && injector_ != nullptr) {
             reply.bytes.resize(static_cast<std::size_t>(1 + injector_->Pick(kMostGarbage)));
-            std::ranges::generate(reply.bytes, [&] {
-                return static_cast<std::uint8_t>(injector_->Pick(256));
-            });
+            std::ranges::generate(reply.bytes,
+                                  [&] { return static_cast<std::uint8_t>(injector_->Pick(256)); });
         }
         if (fault == UsbFault::Split && reply.bytes.size() > 1) {
             Reply rest{reply.from, {reply.bytes.begin() + 1, reply.bytes.end()}};

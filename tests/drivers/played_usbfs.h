@@ -24,6 +24,7 @@ enum class UsbFault {
     Protocol, ///< It fails on the bus, and nothing moved.
     Halted,   ///< The endpoint stalls.
     Lost,     ///< It never ends by itself.
+    Stuck,    ///< Nor when it is cancelled.
     Pulled,   ///< The bridge is pulled before a byte moved.
     // Out.
     Half,      ///< Half of the bytes go out, then the bus fails.
@@ -53,6 +54,8 @@ class PlayedUsbfs final : public PlayedDevice {
 
     /// Another program has the interface.
     void SetInUse(bool value) { inUse_ = value; }
+    /// Every receive brings bytes that nobody asked for.
+    void SetBabbling(bool value) { babbling_ = value; }
     /// Strikes transfers at random.
     void SetInjector(FaultInjector* injector) { injector_ = injector; }
     /// Strikes the transfer in `direction` that comes after `after` others in it.
@@ -95,10 +98,11 @@ class PlayedUsbfs final : public PlayedDevice {
     bool plugged_ = false;
     bool claimed_ = false;
     bool inUse_ = false;
+    bool babbling_ = false;
     FaultInjector* injector_ = nullptr;
     std::optional<Script> script_;
     std::chrono::milliseconds lateness_{0};
-    std::deque<usbdevfs_urb*> waiting_;
+    std::deque<usbdevfs_urb*> waiting_; // submitted, not ended
     std::deque<usbdevfs_urb*> ended_;
     std::deque<Reply> replies_;
     int resets_ = 0;

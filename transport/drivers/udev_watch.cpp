@@ -62,11 +62,10 @@ UdevWatch::~UdevWatch() = default;
 void UdevWatch::Start() {
     errno = 0;
     if (udev_) monitor_.reset(udev_monitor_new_from_netlink(udev_.get(), "udev"));
-    const bool started =
-        monitor_ &&
-        udev_monitor_filter_add_match_subsystem_devtype(monitor_.get(), kSubsystem, kDeviceType) >=
-            0 &&
-        udev_monitor_enable_receiving(monitor_.get()) >= 0;
+    const bool started = monitor_ &&
+                         udev_monitor_filter_add_match_subsystem_devtype(monitor_.get(), kSubsystem,
+                                                                         kDeviceType) >= 0 &&
+                         udev_monitor_enable_receiving(monitor_.get()) >= 0;
     if (!started) {
         error_ = errno != 0 ? errno : ENODEV;
         return;

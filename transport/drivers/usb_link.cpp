@@ -72,8 +72,8 @@ UsbLink::~UsbLink() {
 UsbLink::Interface UsbLink::FindInterface(libusb_device* device) {
     libusb_config_descriptor* config = nullptr;
     if (libusb_get_active_config_descriptor(device, &config) != 0) return {};
-    const std::unique_ptr<libusb_config_descriptor, decltype(&libusb_free_config_descriptor)>
-        owner(config, libusb_free_config_descriptor);
+    const std::unique_ptr<libusb_config_descriptor, decltype(&libusb_free_config_descriptor)> owner(
+        config, libusb_free_config_descriptor);
     for (const int kind : {LIBUSB_TRANSFER_TYPE_BULK, LIBUSB_TRANSFER_TYPE_INTERRUPT}) {
         for (const auto& interface : std::span(config->interface, config->bNumInterfaces)) {
             const auto count = static_cast<std::size_t>(interface.num_altsetting);
@@ -107,8 +107,7 @@ int UsbLink::Claim() {
     }
     claimed_ = true;
     if (interface_.alternate == 0) return 0;
-    return libusb_set_interface_alt_setting(handle_.get(), interface_.number,
-                                            interface_.alternate);
+    return libusb_set_interface_alt_setting(handle_.get(), interface_.number, interface_.alternate);
 }
 
 libusb_device* UsbLink::device() const {
@@ -138,9 +137,7 @@ UsbLink::Moved UsbLink::Move(std::uint8_t endpoint, std::uint8_t* bytes, int cou
     if (!handle_) return {0, LIBUSB_ERROR_NO_DEVICE};
     int ended = 0;
     const auto wait = static_cast<unsigned>(std::max<Milliseconds::rep>(limit.count(), 1));
-    const auto end = [](libusb_transfer* transfer) {
-        *static_cast<int*>(transfer->user_data) = 1;
-    };
+    const auto end = [](libusb_transfer* transfer) { *static_cast<int*>(transfer->user_data) = 1; };
     libusb_fill_bulk_transfer(transfer_.get(), handle_.get(), endpoint, bytes, count, end, &ended,
                               wait);
     if (!interface_.bulk) transfer_->type = LIBUSB_TRANSFER_TYPE_INTERRUPT;
