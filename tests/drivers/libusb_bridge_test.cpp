@@ -1,7 +1,5 @@
 #include "transport/drivers/libusb_bridge.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -27,7 +25,7 @@ TEST(Bridge, words_pins_and_read_back_are_those_of_the_simulated_bench) {
     RealRig rig(kRouteUsb);
     LoadAll(rig.part);
     EXPECT_THAT(rig.Latched(), ElementsAre("R0=123450", "R1=ABCDE1", "R2=000002"));
-    SetOutPins(rig.part, PinToPortValue(rig.part, 5));
+    rig.part.SetOutPins(rig.part.PrgmPins("CE").Value());
     UpdateOutputPins(rig.part);
     EXPECT_TRUE(rig.board().PinHigh(5));
     EXPECT_EQ(QVX4100ReadRegister(rig.part, "R1"), 0xABCDE);
@@ -196,11 +194,11 @@ TEST(Bridge, pulled_in_the_middle_of_anything_it_works_on_when_it_is_back) {
 TEST(Bridge, one_message_tells_the_rule_to_who_may_not_open_it) {
     RealRig rig(kRouteUsb);
     rig.kernel.DenyBridge();
-    const bool root = ::geteuid() == 0;
-    if (root) ASSERT_EQ(::seteuid(65534), 0);
-    for (int i = 0; i < 3; ++i)
-        LoadAll(rig.part);
-    if (root) ASSERT_EQ(::seteuid(0), 0);
+    {
+        const WithoutRights nobody;
+        for (int i = 0; i < 3; ++i)
+            LoadAll(rig.part);
+    }
     EXPECT_EQ(usbGetError(rig.part), LibusbBridge::kNoRight);
     EXPECT_NE(usbConnected(rig.part), 0);
     EXPECT_THAT(rig.messages.shown, ElementsAre(HasSubstr(kBridgeRule)));

@@ -157,8 +157,10 @@ void PlayedKernel::PlugOther(const std::string& socket) {
     Remove("/sys/devices/pci0000:00/0000:00:14.0/usb1/" + socket);
 }
 
-void PlayedKernel::DenyBridge() {
-    fs::permissions(root_ + bridgeNode_, fs::perms::none);
+void PlayedKernel::Deny(const std::string& node) {
+    fs::permissions(root_ + node, fs::perms::none);
+    // umockdev connects its socket even for a file that couldn't be opened.
+    fs::permissions(root_ + "/ioctl" + node, fs::perms::all);
 }
 
 } // namespace zentrel

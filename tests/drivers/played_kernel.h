@@ -45,8 +45,9 @@ class PlayedKernel {
     void NoticePull();
     /// A device of another kind comes and goes.
     void PlugOther(const std::string& socket);
-    /// Takes all rights to the bridge's device file.
-    void DenyBridge();
+    /// Takes all rights to a device file, or to the bridge's.
+    void Deny(const std::string& node);
+    void DenyBridge() { Deny(bridgeNode_); }
     /// The bridge's endpoints as `kind` from the next plug on: 2 bulk, 3 interrupt; 0 none.
     void SetEndpointKind(int kind) { endpointKind_ = kind; }
 

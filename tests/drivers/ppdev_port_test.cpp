@@ -1,7 +1,5 @@
 #include "transport/drivers/ppdev_port.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 
 #include <gmock/gmock.h>
@@ -22,7 +20,7 @@ TEST(ParallelPort, words_pins_and_read_back_are_those_of_the_simulated_bench) {
     RealRig rig;
     LoadAll(rig.part);
     EXPECT_THAT(rig.Latched(), ElementsAre("R0=123450", "R1=ABCDE1", "R2=000002"));
-    SetOutPins(rig.part, PinToPortValue(rig.part, 5) | PinToPortValue(rig.part, 10));
+    rig.part.SetOutPins(rig.part.PrgmPins("CE").Value() | rig.part.PrgmPins("TUNE").Value());
     UpdateOutputPins(rig.part);
     EXPECT_TRUE(rig.board().PinHigh(5) && rig.board().PinHigh(10));
     EXPECT_EQ(QVX4100ReadRegister(rig.part, "R1"), 0xABCDE);
@@ -95,12 +93,11 @@ TEST(ParallelPort, a_port_that_cannot_be_had_is_explained) {
 
 TEST(ParallelPort, a_port_without_the_right_names_the_group) {
     RealRig rig;
-    const std::filesystem::path node = rig.kernel.root() + "/dev/parport0";
-    std::filesystem::permissions(node, std::filesystem::perms::none);
-    const bool root = ::geteuid() == 0;
-    if (root) ASSERT_EQ(::seteuid(65534), 0);
-    CheckLPT(rig.part);
-    if (root) ASSERT_EQ(::seteuid(0), 0);
+    rig.kernel.Deny("/dev/parport0");
+    {
+        const WithoutRights nobody;
+        CheckLPT(rig.part);
+    }
     EXPECT_THAT(rig.messages.shown.back(),
                 AllOf(HasSubstr("You may not open /dev/parport0."), EndsWith("-aG lp $USER")));
 }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <poll.h>
+#include <unistd.h>
 
 #include <chrono>
+
+#include <gmock/gmock.h>
 
 #include "tests/drivers/played_kernel.h"
 #include "tests/transport/rig.h"
@@ -11,6 +14,16 @@
 #include "transport/drivers/udev_watch.h"
 
 namespace zentrel {
+
+/// Someone without rights runs the program while this lives.
+struct WithoutRights {
+    WithoutRights() { Become(65534); }
+    ~WithoutRights() { Become(0); }
+    void Become(uid_t user) {
+        if (root && ::seteuid(user) != 0) ADD_FAILURE() << "can't change the user";
+    }
+    const bool root = ::geteuid() == 0;
+};
 
 /// The transport tests' device and board, with the real drivers and a played kernel in between.
 struct RealRig : Rig {
@@ -25,11 +38,11 @@ struct RealRig : Rig {
     }
     ~RealRig() { transport.Use(bench.drivers()); }
 
-    /// Hands on the device events that are under way.
+    /// Hands on the device events that are under way, of which there is one at least.
     void Dispatch() {
         pollfd ready{watch.fd(), POLLIN, 0};
-        while (poll(&ready, 1, 50) == 1)
-            watch.Dispatch();
+        EXPECT_EQ(poll(&ready, 1, 2000), 1);
+        watch.Dispatch();
     }
 
     static constexpr LibusbBridge::Limits kLimits{Milliseconds(40), Milliseconds(3)};

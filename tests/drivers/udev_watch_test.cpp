@@ -54,11 +54,11 @@ TEST(RealPresence, twenty_changes_of_socket_in_a_row_end_with_a_bridge_that_load
     for (int i = 0; i < 20; ++i) {
         rig.kernel.PullBridge();
         if (i % 3 == 0) rig.Dispatch();
-        rig.kernel.PlugBridge("1-" + std::to_string(1 + i % 4), "S" + std::to_string(i));
+        rig.kernel.PlugBridge("1-" + std::to_string(1 + i % 4), std::to_string(1000 + i));
         if (i % 2 == 0) rig.Dispatch();
     }
     rig.Dispatch();
-    EXPECT_EQ(rig.status.line, kAttached + std::string("S19"));
+    EXPECT_EQ(rig.status.line, kAttached + std::string("1019"));
     LoadAll(rig.part);
     EXPECT_EQ(rig.board().newest(), 3U);
 }
