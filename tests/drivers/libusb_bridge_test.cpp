@@ -48,6 +48,27 @@ TEST(Bridge, answers_by_interrupt_endpoints_too_and_says_when_it_has_none) {
     EXPECT_THAT(rig.messages.shown, ElementsAre(HasSubstr("no endpoints")));
 }
 
+TEST(Bridge, takes_replies_of_any_length_without_waiting_for_more) {
+    const auto bulk = 2, interrupt = 3; // packets of 64 and of 8 bytes
+    RealRig rig(kRouteUsb, {500ms, 3ms});
+    for (const int kind : {bulk, interrupt}) {
+        rig.kernel.PullBridge();
+        rig.kernel.SetEndpointKind(kind);
+        rig.kernel.PlugBridge();
+        InitUSBInterface(rig.part);
+        for (const int length : {4, 8, 63, 64, 65, 101}) {
+            std::vector<std::uint8_t> reply(static_cast<std::size_t>(length), 'v');
+            reply[0] = static_cast<std::uint8_t>(length);
+            reply[1] = usb::kAcknowledged;
+            reply[2] = usb::kVersion;
+            rig.bench.bridge.faults.raw = reply;
+            const auto begun = Clock::now();
+            EXPECT_EQ(usbCmd_GetVersion(rig.part).size(), length);
+            EXPECT_LT(Clock::now() - begun, 400ms) << length;
+        }
+    }
+}
+
 TEST(Bridge, any_broken_transfer_is_an_error_at_once_and_load_device_mends_it) {
     struct Case {
         std::uint8_t direction;

@@ -41,7 +41,8 @@ std::string Descriptors(int vendor, int product, int kind) {
                              vendor >> 8, product & 0xFF, product >> 8);
     hex += Format("0902%02X000101008032", 18 + 7 * endpoints);
     hex += Format("09040000%02XFF000000", endpoints);
-    if (kind != 0) hex += Format("070581%02X400001070502%02X400001", kind, kind);
+    if (kind == 2) hex += "0705810240000007050202400000"; // packets of 64 bytes
+    if (kind == 3) hex += "0705810308000107050203080001"; // of 8 bytes
     return hex;
 }
 

@@ -108,8 +108,8 @@ std::int16_t LibusbBridge::Open() {
 bool LibusbBridge::ReadEmpty() {
     for (int i = 0; i < kMostStaleReceives; ++i) {
         const auto moved = link_->Receive(held_, limits_.quiet);
-        if (moved.error == LIBUSB_ERROR_TIMEOUT && moved.count == 0) return true;
-        if (moved.error != 0 && moved.error != LIBUSB_ERROR_TIMEOUT) break;
+        if (moved.error == LIBUSB_ERROR_TIMEOUT) return true;
+        if (moved.error != 0) break;
     }
     owesReply_ = true;
     return false;
@@ -143,8 +143,7 @@ std::int16_t LibusbBridge::usbReceiveCmdData(std::uint8_t* buffer, std::int16_t 
     if (error_ != 0 || max <= 0) return 0;
     if (heldBegin_ == heldEnd_) {
         const auto moved = link_->Receive(held_, limits_.transfer);
-        const bool late = moved.error == LIBUSB_ERROR_TIMEOUT && moved.count > 0;
-        if (moved.error != 0 && !late) {
+        if (moved.error != 0) {
             Fail(Told(moved.error));
             return 0;
         }

@@ -11,6 +11,10 @@ using Clock = std::chrono::steady_clock;
 
 // How long the system may take to give a cancelled transfer back.
 constexpr UsbLink::Milliseconds kGrace{250};
+// How long the next packet of a longer message may take.
+constexpr UsbLink::Milliseconds kFollows{5};
+// Of the field, the bits that hold the size.
+constexpr int kPacketSize = 0x7FF;
 
 // A transfer's end, as the error that a call would have returned.
 int ErrorOf(libusb_transfer_status status) {
@@ -32,7 +36,10 @@ int ErrorOf(libusb_transfer_status status) {
 
 struct Pair {
     std::uint8_t in = 0, out = 0;
-    bool whole() const { return in != 0 && out != 0; }
+    int packet = 0;
+    bool whole() const {
+        return in != 0 && out != 0 && packet > 0 && packet <= UsbLink::kLongestReceive;
+    }
 };
 
 Pair FindPair(const libusb_interface_descriptor& setting, int kind) {
@@ -41,7 +48,9 @@ Pair FindPair(const libusb_interface_descriptor& setting, int kind) {
         if ((endpoint.bmAttributes & LIBUSB_TRANSFER_TYPE_MASK) != kind) continue;
         const bool in = (endpoint.bEndpointAddress & LIBUSB_ENDPOINT_DIR_MASK) != 0;
         std::uint8_t& found = in ? pair.in : pair.out;
-        if (found == 0) found = endpoint.bEndpointAddress;
+        if (found != 0) continue;
+        found = endpoint.bEndpointAddress;
+        if (in) pair.packet = endpoint.wMaxPacketSize & kPacketSize;
     }
     return pair;
 }
@@ -80,7 +89,11 @@ UsbLink::Interface UsbLink::FindInterface(libusb_device* device) {
             for (const auto& setting : std::span(interface.altsetting, count)) {
                 const Pair pair = FindPair(setting, kind);
                 if (!pair.whole()) continue;
-                return {setting.bInterfaceNumber, setting.bAlternateSetting, pair.in, pair.out,
+                return {setting.bInterfaceNumber,
+                        setting.bAlternateSetting,
+                        pair.in,
+                        pair.out,
+                        pair.packet,
                         kind == LIBUSB_TRANSFER_TYPE_BULK};
             }
         }
@@ -123,13 +136,19 @@ UsbLink::Moved UsbLink::Send(std::span<const std::uint8_t> bytes, Milliseconds l
 UsbLink::Moved UsbLink::Receive(std::span<std::uint8_t, kLongestReceive> bytes,
                                 Milliseconds limit) {
     const auto deadline = Clock::now() + limit;
-    for (auto left = limit;;) {
-        const Moved moved = Move(interface_.in, bytes.data(), kLongestReceive, left);
-        if (moved.error != 0 || moved.count > 0) return moved;
-        // An empty packet ends a transfer and brings nothing.
-        left = std::chrono::ceil<Milliseconds>(deadline - Clock::now());
-        if (left <= Milliseconds::zero()) return {0, LIBUSB_ERROR_TIMEOUT};
+    int count = 0;
+    for (auto left = limit; left > Milliseconds::zero();) {
+        const Moved moved = Move(interface_.in, bytes.data() + count, interface_.packet, left);
+        count += moved.count;
+        if (moved.error == LIBUSB_ERROR_TIMEOUT) break;
+        if (moved.error != 0) return {count, moved.error};
+        // A packet that isn't full is the last one of what the device had to say; an empty one
+        // brings nothing by itself.
+        const bool full = moved.count == interface_.packet;
+        if (count > 0 && (!full || count + interface_.packet > kLongestReceive)) break;
+        left = full ? kFollows : std::chrono::ceil<Milliseconds>(deadline - Clock::now());
     }
+    return {count, count > 0 ? 0 : LIBUSB_ERROR_TIMEOUT};
 }
 
 UsbLink::Moved UsbLink::Move(std::uint8_t endpoint, std::uint8_t* bytes, int count,

@@ -18,7 +18,7 @@ namespace zentrel {
 class UsbLink {
   public:
     using Milliseconds = std::chrono::milliseconds;
-    /// Most bytes that one Receive takes: a whole number of packets of any endpoint.
+    /// Most bytes that one Receive takes; no endpoint has a longer packet.
     static constexpr int kLongestReceive = 1024;
 
     /// A link, or none and libusb's error.
@@ -35,14 +35,13 @@ class UsbLink {
 
     libusb_device* device() const;
 
-    /// How a transfer ended: 0 or libusb's error, LIBUSB_ERROR_TIMEOUT at the limit. Bytes may have
-    /// moved in either case.
+    /// What moved, and 0 or libusb's error: LIBUSB_ERROR_TIMEOUT when the limit came first.
     struct Moved {
         int count = 0;
         int error = 0;
     };
     Moved Send(std::span<const std::uint8_t> bytes, Milliseconds limit);
-    /// Waits for the first bytes and returns them.
+    /// Waits for the first bytes and takes along what follows them at once.
     Moved Receive(std::span<std::uint8_t, kLongestReceive> bytes, Milliseconds limit);
 
     /// Resets the device as if it were plugged in anew; 0 or libusb's error.
@@ -53,6 +52,7 @@ class UsbLink {
         int number = -1;
         int alternate = 0;
         std::uint8_t in = 0, out = 0;
+        int packet = 0; // most bytes of one packet in
         bool bulk = true;
     };
     struct HandleCloser {
