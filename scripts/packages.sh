@@ -8,8 +8,8 @@ run_packages=(g++ cmake ninja-build qt6-base-dev qt6-qpa-plugins fonts-dejavu-co
   libusb-1.0-0-dev libudev-dev pkg-config)
 
 # Builds the tests and benchmarks: GoogleTest and Google Benchmark; libinih as the yardstick of the
-# ini reader and Lua as that of the script engine; a session bus for the tests that need one; umockdev, which plays
-# the kernel for the drivers of real ports.
+# ini reader and Lua as that of the script engine; a session bus for the tests that need one;
+# umockdev, which plays the kernel for the drivers of real ports.
 test_packages=("${run_packages[@]}" libgtest-dev libgmock-dev libbenchmark-dev libinih-dev
   liblua5.4-dev dbus umockdev libumockdev-dev)
 

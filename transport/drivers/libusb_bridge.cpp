@@ -29,7 +29,7 @@ struct DeviceList {
     bool Has(libusb_device* device) const { return std::ranges::count(all(), device) > 0; }
     libusb_device* FindBridge() const {
         const auto found = std::ranges::find_if(all(), [](libusb_device* device) {
-            libusb_device_descriptor is;
+            libusb_device_descriptor is{};
             return libusb_get_device_descriptor(device, &is) == 0 && is.idVendor == kBridgeVendor &&
                    is.idProduct == kBridgeProduct;
         });
