@@ -5,6 +5,10 @@
 #include <iterator>
 #include <thread>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 #include <gmock/gmock.h>
 
 #include "tests/drivers/real_rig.h"
@@ -17,6 +21,19 @@ using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using Clock = std::chrono::steady_clock;
+
+/// What libusb allocates meanwhile counts as no leak: of a transfer that never comes back it keeps
+/// its own record for good.
+struct LibraryKeeps {
+#ifdef __SANITIZE_ADDRESS__
+    LibraryKeeps() {
+        __lsan_disable();
+    }
+    ~LibraryKeeps() {
+        __lsan_enable();
+    }
+#endif
+};
 
 constexpr auto kOut = PlayedUsbfs::kOut;
 constexpr auto kIn = PlayedUsbfs::kIn;
@@ -82,12 +99,10 @@ TEST(Bridge, any_broken_transfer_is_an_error_at_once_and_load_device_mends_it) {
         {kOut, UsbFault::Half, LibusbBridge::kBroken},
         {kOut, UsbFault::Unnoticed, LibusbBridge::kBroken},
         {kOut, UsbFault::Lost, LibusbBridge::kTimeOut},
-        {kOut, UsbFault::Stuck, LibusbBridge::kBroken},
         {kIn, UsbFault::Refused, LibusbBridge::kBroken},
         {kIn, UsbFault::Protocol, LibusbBridge::kBroken},
         {kIn, UsbFault::Halted, LibusbBridge::kBroken},
         {kIn, UsbFault::Lost, LibusbBridge::kTimeOut},
-        {kIn, UsbFault::Stuck, LibusbBridge::kBroken},
         {kIn, UsbFault::Late, LibusbBridge::kTimeOut},
     };
     RealRig rig(kRouteUsb);
@@ -106,6 +121,21 @@ TEST(Bridge, any_broken_transfer_is_an_error_at_once_and_load_device_mends_it) {
         LoadDevice(rig.part);
         EXPECT_EQ(usbGetError(rig.part), 0);
         EXPECT_EQ(rig.bridge.Diagnosis(), "");
+        EXPECT_EQ(rig.board().newest(), before + 3);
+    }
+}
+
+TEST(Bridge, a_transfer_that_the_system_never_gives_back_does_not_hang_it) {
+    RealRig rig(kRouteUsb);
+    for (const std::uint8_t direction : {kOut, kIn}) {
+        rig.usb.StrikeAfter(direction, 0, UsbFault::Stuck);
+        [[maybe_unused]] const LibraryKeeps theTransfer;
+        const auto begun = Clock::now();
+        EXPECT_TRUE(usbCommand(rig.part, UsbPacket(usb::kVersion)).empty());
+        EXPECT_LT(Clock::now() - begun, 1500ms);
+        EXPECT_EQ(usbGetError(rig.part), LibusbBridge::kBroken);
+        const auto before = rig.board().newest();
+        LoadDevice(rig.part);
         EXPECT_EQ(rig.board().newest(), before + 3);
     }
 }
