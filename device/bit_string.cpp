@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "device/bit_word.h"
 
@@ -30,6 +31,19 @@ char HexDigitOf(std::string_view group) {
 
 std::string HexOf(std::string bits) {
     return ConvertBinaryToHex(bits);
+}
+
+std::string GroupedHex(std::string bits, std::int16_t& digits, std::int16_t group) {
+    std::string hex = HexOf(std::move(bits));
+    if (static_cast<int>(hex.size()) < digits) {
+        hex.insert(0, static_cast<std::size_t>(digits) - hex.size(), '0');
+    }
+    digits = static_cast<std::int16_t>(hex.size());
+    if (group < 1) return hex;
+    for (auto at = static_cast<int>(hex.size()) - group; at > 0; at -= group) {
+        hex.insert(static_cast<std::size_t>(at), 1, ' ');
+    }
+    return hex;
 }
 
 } // namespace
@@ -110,16 +124,11 @@ std::string ValueToHexString(double value, int registerLength) {
 }
 
 std::string FormatHexGrouped(double value, std::int16_t& digits, std::int16_t group) {
-    std::string hex = HexOf(ConvertBase10(value, "01"));
-    if (static_cast<int>(hex.size()) < digits) {
-        hex.insert(0, static_cast<std::size_t>(digits) - hex.size(), '0');
-    }
-    digits = static_cast<std::int16_t>(hex.size());
-    if (group < 1) return hex;
-    for (auto at = static_cast<int>(hex.size()) - group; at > 0; at -= group) {
-        hex.insert(static_cast<std::size_t>(at), 1, ' ');
-    }
-    return hex;
+    return GroupedHex(ConvertBase10(value, "01"), digits, group);
+}
+
+std::string FormatHexGrouped(const BitWord& word, std::int16_t& digits, std::int16_t group) {
+    return GroupedHex(word.ToText(1), digits, group);
 }
 
 std::int32_t ReverseDataBits(std::int32_t value, int dataBits) {

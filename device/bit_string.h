@@ -9,6 +9,8 @@
 /// clients rely on. Strings of different lengths line up at the right end.
 namespace zentrel {
 
+class BitWord;
+
 /// The text of `d` in the number system whose digit characters are `digits` ("01": a bit string).
 /// No leading zeros; 0 gives "0"; fractions are dropped, so a number between 0 and 1 gives empty
 /// text, as does a negative one. Fewer than two digit characters give empty text too.
@@ -41,6 +43,8 @@ std::string ValueToHexString(double value, int registerLength);
 /// Hexadecimal text with a blank between groups of `group` digits, counted from the right.
 /// `digits` is the least number of digits and comes back as the number used.
 std::string FormatHexGrouped(double value, std::int16_t& digits, std::int16_t group);
+/// The same for a word of any width, exact where a double no longer is.
+std::string FormatHexGrouped(const BitWord& word, std::int16_t& digits, std::int16_t group);
 
 /// The mirror of `bits` low bits that `ReadQVX4100Register` applies: bit i becomes bit
 /// `dataBits` - i, bits at `dataBits` and above are dropped.

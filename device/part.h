@@ -147,6 +147,8 @@ class cPart {
     WordJournal& journal() { return journal_; }
 
   private:
+    friend class UpdatingScope;
+
     Session& session_;
     Upward upward_;
     Transport* transport_ = nullptr;
@@ -156,22 +158,33 @@ class cPart {
     std::int32_t inputPin_ = -1, input_ = 0;
     std::int16_t outputPins_ = 0;
     bool burstRunning_ = false;
+    bool updatingLeftUp_ = false; // A refresh that failed left the flag behind; nobody holds it.
     std::vector<std::int16_t> portVector_;
 };
 
 /// Raises `Updating` for a routine's own writes to elements, and puts back what it found.
 class UpdatingScope {
   public:
-    explicit UpdatingScope(cPart& part) : part_(part), before_(part.Updating) {
+    explicit UpdatingScope(cPart& part)
+        : part_(part), before_(part.Updating && !part.updatingLeftUp_) {
         part.Updating = true;
+        part.updatingLeftUp_ = false;
     }
-    ~UpdatingScope() { part_.Updating = before_; }
+    ~UpdatingScope() {
+        part_.Updating = before_ || stay_;
+        part_.updatingLeftUp_ = stay_ && !before_;
+    }
     UpdatingScope(const UpdatingScope&) = delete;
     UpdatingScope& operator=(const UpdatingScope&) = delete;
+
+    /// For a refresh that gives up: the flag stays up behind it, until the next routine that
+    /// raises it is done.
+    void StayUp() { stay_ = true; }
 
   private:
     cPart& part_;
     bool before_;
+    bool stay_ = false;
 };
 
 /// The same for `bDisplayUpdating`.

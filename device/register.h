@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "device/bit_word.h"
@@ -39,6 +40,9 @@ class cRegister {
     void SetChange(bool value);
     /// The same without clearing, for a display that only looks.
     bool changed() const { return change_; }
+    /// The word that was last handed to a route, flag or no flag; nothing before the first time.
+    const std::optional<BitWord>& sent() const { return sent_; }
+    void NoteSent() { sent_ = word_; }
 
     /// `Value` AND `Mask`: the address bits inside the word. Throws Overflow beyond 16 bits.
     std::int16_t Address() const;
@@ -71,6 +75,7 @@ class cRegister {
     bool lowByte_;
     bool change_ = true;
     BitWord word_;
+    std::optional<BitWord> sent_;
 };
 
 } // namespace zentrel

@@ -40,7 +40,9 @@ std::int32_t ReadPosition(cPart& part, const cPrgmPin& pin, std::string_view mod
 
 } // namespace
 
-void RemapToRoute(cPart& part, std::string_view from, std::string_view to) {
+void RemapToRoute(cPart& part, std::string_view fromRoute, std::string_view toRoute) {
+    // The names may be the selection itself, which moves below.
+    const std::string from(fromRoute), to(toRoute);
     std::vector<bool> enabled;
     for (const cPrgmPin& pin : part.PrgmPins)
         enabled.push_back(pin.Enabled());

@@ -14,8 +14,9 @@ Upward Upward::None() {
     static MenuOptions options;
     static PortScreenView port;
     static LinkedBlocks blocks;
-    return {&displays, &messages, &status,  &hooks, &pause, &tabs,
-            &builder,  &route,    &options, &port,  &blocks};
+    static PartFileWriter partFile;
+    return {&displays, &messages, &status,  &hooks, &pause,  &tabs,
+            &builder,  &route,    &options, &port,  &blocks, &partFile};
 }
 
 } // namespace zentrel

@@ -28,6 +28,8 @@ class Displays {
     virtual void UpdateRegisterDisplay() {}
     virtual void UpdatePortDisplay() {}
     virtual void UpdateBurstDisplay() {}
+    /// Follows in the loop filter's dialog; no part of the six.
+    virtual void UpdateLoopFilterDisplay() {}
 };
 
 enum class MessageIcon { None, Information, Exclamation, Critical };
@@ -102,6 +104,8 @@ class TabStrip {
         (void)tab;
         return {};
     }
+    /// Removes tabs from the end until `count` are left, all of them in one row.
+    virtual void KeepTabs(int count) { (void)count; }
     /// Moves the focus to the element `name`(`index`) and selects its text.
     virtual void FocusBox(std::string_view name, int index) { (void)name, (void)index; }
 };
@@ -158,13 +162,30 @@ class PortScreenView {
     virtual void UpdatePortDiagram() {}
 };
 
-/// Finds the clock block at a position of `ClkDists` as a PLL sees it (synth/linked_block.h).
+/// Finds a clock block as a PLL sees it (synth/linked_block.h): by its position in `ClkDists`, or
+/// by its name.
 class LinkedBlocks {
   public:
     virtual ~LinkedBlocks() = default;
     virtual LinkedBlock* At(int position) {
         (void)position;
         return nullptr;
+    }
+    /// The first block whose `ID` is exactly this.
+    virtual LinkedBlock* WithID(std::string_view id) {
+        (void)id;
+        return nullptr;
+    }
+};
+
+/// Writes into the part file of a device.
+class PartFileWriter {
+  public:
+    virtual ~PartFileWriter() = default;
+    /// Writes a key of the file that belongs to the part of that name.
+    virtual void WriteKey(std::string_view partName, std::string_view section, std::string_view key,
+                          std::string_view value) {
+        (void)partName, (void)section, (void)key, (void)value;
     }
 };
 
@@ -181,6 +202,7 @@ struct Upward {
     MenuOptions* options;
     PortScreenView* port;
     LinkedBlocks* blocks;
+    PartFileWriter* partFile;
 
     /// The ones that do nothing.
     static Upward None();

@@ -42,6 +42,26 @@ class WordJournal {
         return device == device_;
     }
 
+    /// Runs a change that consists of several operations, all or nothing: when `change` gives false
+    /// or throws, every word goes back to what it was before it. An operation that fails in it is
+    /// undone alone, so that the change may go on. A hook that fails leaves what was written.
+    template<typename Change>
+    bool Attempt(std::string_view name, Change&& change) {
+        const Inside apart(*this);
+        const Nesting nesting(*this, name);
+        try {
+            const Inside inside(*this);
+            if (std::forward<Change>(change)()) return true;
+        } catch (const ScriptFailure&) {
+            throw;
+        } catch (...) {
+            Undo();
+            throw;
+        }
+        Undo();
+        return false;
+    }
+
     /// Remembers a register's word before its first write in this operation.
     void Note(cRegister& reg) {
         if (depth_ > 0) Remember(reg);

@@ -92,15 +92,15 @@ bool SaveRecentList(IniFiles& files, std::span<const std::string> list) {
     return scope.Commit() && taken;
 }
 
-Board ReadBoard(IniFiles& files) {
+BoardChoice ReadBoard(IniFiles& files) {
     const std::string board = files.GetPrivateSetting(files.Folder().CataloguePath(), kBenchSection,
                                                       kBoardKey, kHardware);
-    return EqualNoCase(board, kSimulated) ? Board::kSimulated : Board::kHardware;
+    return EqualNoCase(board, kSimulated) ? BoardChoice::kSimulated : BoardChoice::kHardware;
 }
 
-bool WriteBoard(IniFiles& files, Board board) {
+bool WriteBoard(IniFiles& files, BoardChoice board) {
     return files.SetPrivateSetting(files.Folder().CataloguePath(), kBenchSection, kBoardKey,
-                                   board == Board::kSimulated ? kSimulated : kHardware);
+                                   board == BoardChoice::kSimulated ? kSimulated : kHardware);
 }
 
 } // namespace zentrel

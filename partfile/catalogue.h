@@ -69,10 +69,10 @@ void UpdateRecentList(IniFiles& files, std::string_view partName, std::span<std:
 bool SaveRecentList(IniFiles& files, std::span<const std::string> list);
 
 /// What stands at the end of the wires.
-enum class Board { kHardware, kSimulated };
+enum class BoardChoice { kHardware, kSimulated };
 
 /// Key BOARD of section [BENCH]; the hardware when it says nothing else.
-Board ReadBoard(IniFiles& files);
-bool WriteBoard(IniFiles& files, Board board);
+BoardChoice ReadBoard(IniFiles& files);
+bool WriteBoard(IniFiles& files, BoardChoice board);
 
 } // namespace zentrel

@@ -37,6 +37,7 @@ struct IniFiles::Entry {
     std::string refusal;
     bool current = false;    // in a scope: needs no further look at the disk
     bool valid = false;      // text and stamp are of the file, and the stamp can be trusted
+    bool anew = false;       // nothing of what stands on disk is kept
     std::vector<Edit> edits; // in `text`, not on disk
 };
 
@@ -65,6 +66,15 @@ bool IniFiles::SetPrivateSetting(std::string_view file, std::string_view section
     entry.text.Set(section, key, value);
     entry.edits.push_back({std::string(section), std::string(key), std::string(value)});
     return scope.Commit();
+}
+
+void IniFiles::StartAnew(std::string_view file) {
+    Entry& entry = Open(file);
+    if (&entry == impossible_.get()) return;
+    entry.valid = false;
+    entry.anew = true;
+    entry.text = IniText();
+    entry.edits.clear();
 }
 
 const IniText& IniFiles::View(std::string_view file) {
@@ -134,12 +144,13 @@ bool IniFiles::Fail(Entry& entry, const std::string& reason) {
 // file since it was read.
 bool IniFiles::Replace(Entry& entry) {
     const auto edits = std::exchange(entry.edits, {});
+    const bool anew = std::exchange(entry.anew, false);
     StoredFile now = store_->Read(entry.realPath);
     if (!now.refusal.empty()) return Fail(entry, now.refusal);
-    IniText text = Decoded(now.bytes);
+    IniText text = anew ? IniText() : Decoded(now.bytes);
     for (const auto& edit : edits)
         text.Set(edit.section, edit.key, edit.value);
-    const std::string bytes = Encoded(text, now.bytes);
+    const std::string bytes = Encoded(text, anew ? std::string() : now.bytes);
     if (bytes.size() > kMaxFileSize) return Fail(entry, "The file would grow too large");
     if (!now.stamp.exists || bytes != now.bytes) {
         const auto reason = store_->Replace(entry.realPath, bytes);

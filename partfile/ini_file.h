@@ -44,6 +44,10 @@ class IniFiles {
     bool SetPrivateSetting(std::string_view file, std::string_view section, std::string_view key,
                            std::string_view value);
 
+    /// Inside a write scope: the file is written anew, so that nothing of what it held stays. What
+    /// stands on disk is replaced at the scope's end as by any other write.
+    void StartAnew(std::string_view file);
+
     /// The file's text as the next GetPrivateSetting would see it; empty when there is none. Good
     /// until the next call of this object.
     const IniText& View(std::string_view file);

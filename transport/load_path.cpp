@@ -13,9 +13,10 @@ namespace {
 
 constexpr std::string_view kLoadAllHook = "Hook_CheckProgramRegister_LoadAll";
 
-void Load(cPart& part, const cRegister& reg) {
+void Load(cPart& part, cRegister& reg) {
     if (part.session().isUsb()) {
         usbSendSPI(part, reg.word());
+        reg.NoteSent();
         return;
     }
     Transport* transport = part.transport();
@@ -24,6 +25,7 @@ void Load(cPart& part, const cRegister& reg) {
     const std::vector<std::int16_t>& vector = part.PortVector();
     SendPortVector(part, vector);
     transport->lastVector().assign(vector.begin(), vector.end());
+    reg.NoteSent();
 }
 
 // A copy, because the remapping itself switches the selection for a moment.

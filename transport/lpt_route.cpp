@@ -54,7 +54,7 @@ void FillPortVector(cPart& part, const BitWord& word, bool keepLatch) {
                  [&](int i) { return word.Test(width - 1 - i); });
     }
     const cPrgmPin* trigger = EnabledTrigger(part);
-    std::int16_t* tail = vector.data() + 2 * count;
+    std::int16_t* tail = vector.data() + vector.size() - 3;
     tail[0] = 0;
     tail[1] =
         trigger == nullptr ? lines.le : static_cast<std::int16_t>(lines.le | trigger->Value());

@@ -40,7 +40,8 @@ std::int16_t TappedBridge::usbSendCmdData(const std::uint8_t* packet, std::int16
 
 std::int16_t TappedBridge::usbReceiveCmdData(std::uint8_t* buffer, std::int16_t max) {
     const std::int16_t count = below_->usbReceiveCmdData(buffer, max);
-    const std::span<const std::uint8_t> bytes(buffer, static_cast<std::size_t>(count));
+    const std::span<const std::uint8_t> bytes(buffer,
+                                              static_cast<std::size_t>(std::max<int>(count, 0)));
     log_.Tell([=](WireListener& l) { l.BytesReceived(bytes); });
     return count;
 }

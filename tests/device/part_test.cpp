@@ -59,41 +59,6 @@ TEST(Part, displays_follow_in_their_order) {
     EXPECT_THAT(displays.calls, ElementsAre("PLL", "CLKDIST", "Bit", "Register", "Port", "Burst"));
 }
 
-TEST(Part, collections_keep_order_and_find_names_in_any_case) {
-    Device device;
-    device.Word("N_Counter", 1);
-    device.Word("R", 2);
-    device.Word("Füllung", 3);
-    EXPECT_EQ(device.part.Registers.Count(), 3);
-    EXPECT_EQ(device.part.Registers(1).ID(), "N_Counter");
-    EXPECT_EQ(device.part.Registers("n_COUNTER").Value(), 1);
-    EXPECT_EQ(device.part.Registers("FüLLUNG").Value(), 3);
-    EXPECT_THROW(device.Word("r"), DuplicateKey);
-    EXPECT_EQ(device.part.Registers.Count(), 3);
-    for (const int position : {0, 4, -1})
-        EXPECT_THROW((void)device.part.Registers(position), NotFound) << position;
-    try {
-        (void)device.part.Registers("Q");
-        FAIL();
-    } catch (const NotFound& missing) {
-        EXPECT_EQ(missing.collection(), "Registers");
-        EXPECT_EQ(missing.key(), "Q");
-        EXPECT_EQ(missing.number(), 5);
-    }
-    device.part.Registers.Remove(1);
-    EXPECT_EQ(device.part.Registers(1).ID(), "R");
-    EXPECT_EQ(device.part.Registers("r").Value(), 2);
-    EXPECT_FALSE(device.part.Registers.Contains("N_Counter"));
-    device.part.Registers.Insert(std::make_shared<cRegister>(device.part, "A", 0, 9, false), 2,
-                                 "A");
-    EXPECT_EQ(device.part.Registers(2).ID(), "A");
-    EXPECT_EQ(device.part.Registers("Füllung").ID(), device.part.Registers(3).ID());
-    EXPECT_THROW(device.part.Registers.Insert(
-                     std::make_shared<cRegister>(device.part, "a", 0, 9, false), 1, "a"),
-                 DuplicateKey);
-    EXPECT_EQ(device.part.Registers.Count(), 3);
-}
-
 TEST(Part, the_output_setter_takes_pin_numbers_and_the_getter_gives_masks) {
     Device device;
     device.Pin("A", 3).SetEnabled(true);

@@ -279,10 +279,10 @@ TEST(SteppingAField, an_unsigned_field_stops_at_its_limits) {
     cPrgmBits& field = device.Field("F", "R", 0, 4);
     field.Decrement();
     EXPECT_EQ(field.BitValue(), 0);
-    field.MinimumValue = 2.5;
+    field.MinimumValue = 4.5;
     field.SetBitValue(3);
     field.Decrement();
-    EXPECT_EQ(field.BitValue(), 2) << "the minimum, rounded to even";
+    EXPECT_EQ(field.BitValue(), 4) << "the minimum, rounded to even";
     field.MaximumValue = 9;
     field.SetBitValue(12);
     field.Increment();

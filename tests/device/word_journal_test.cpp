@@ -218,5 +218,50 @@ TEST(Hooks, a_script_may_load_another_device) {
     EXPECT_EQ(device.part.Registers("NEW").Value(), 0x71) << "the new device stands";
 }
 
+/// A change of several operations on the bench's two words; `last` is how it ends.
+bool Change(Bench& device, const std::function<bool()>& last) {
+    return device.part.journal().Attempt("change", [&] {
+        device.a.SetValue(7);
+        device.b.SetValue(9);
+        device.a.SetValue(8);
+        return last();
+    });
+}
+
+TEST(Attempt, stands_whole_or_not_at_all) {
+    Bench device;
+    EXPECT_FALSE(Change(device, [] { return false; }));
+    device.ExpectUntouched("given up");
+    EXPECT_THROW(Change(device, [&] { return device.part.PrgmBits("GONE").Value() > 0; }),
+                 NotFound);
+    device.ExpectUntouched("failed");
+    EXPECT_TRUE(Change(device, [] { return true; }));
+    EXPECT_EQ(device.one.Value(), 0x18);
+    EXPECT_EQ(device.two.Value(), 0x29);
+}
+
+TEST(Attempt, goes_on_after_an_operation_in_it_failed) {
+    Bench device;
+    device.b.MirrorBits = "GONE";
+    EXPECT_TRUE(device.part.journal().Attempt("change", [&] {
+        device.a.SetValue(7);
+        EXPECT_THROW(device.b.SetValue(9), NotFound);
+        EXPECT_FALSE(device.part.journal().Attempt("inner", [&] {
+            device.a.SetValue(2);
+            return false;
+        }));
+        return true;
+    }));
+    EXPECT_EQ(device.one.Value(), 0x17);
+    EXPECT_EQ(device.two.Value(), 0x22);
+}
+
+TEST(Attempt, that_a_script_ends_keeps_what_was_written) {
+    Bench device;
+    EXPECT_THROW(Change(device, []() -> bool { throw ScriptFailure(13, "Type mismatch"); }),
+                 ScriptFailure);
+    EXPECT_EQ(device.one.Value(), 0x18);
+}
+
 } // namespace
 } // namespace zentrel

@@ -40,7 +40,7 @@ TEST_F(DeviceCatalogue, that_is_missing_lists_nothing) {
         EXPECT_THAT(items, IsEmpty());
     EXPECT_THAT(catalogue.recent, ElementsAre("....", "....", "....", "....", "...."));
     EXPECT_THAT(catalogue.problems, IsEmpty());
-    EXPECT_EQ(ReadBoard(ini_), Board::kHardware);
+    EXPECT_EQ(ReadBoard(ini_), BoardChoice::kHardware);
 }
 
 TEST_F(DeviceCatalogue, tells_a_devices_family_by_its_exact_name) {
@@ -94,14 +94,14 @@ TEST_F(DeviceCatalogue, stores_the_recent_list_in_one_replacement) {
 }
 
 TEST_F(DeviceCatalogue, keeps_which_board_is_used) {
-    EXPECT_TRUE(WriteBoard(ini_, Board::kSimulated));
+    EXPECT_TRUE(WriteBoard(ini_, BoardChoice::kSimulated));
     EXPECT_EQ(files_.bytes[kFile], "[BENCH]\r\nBOARD=Simulated\r\n");
-    EXPECT_EQ(ReadBoard(ini_), Board::kSimulated);
-    EXPECT_TRUE(WriteBoard(ini_, Board::kHardware));
+    EXPECT_EQ(ReadBoard(ini_), BoardChoice::kSimulated);
+    EXPECT_TRUE(WriteBoard(ini_, BoardChoice::kHardware));
     EXPECT_EQ(files_.bytes[kFile], "[BENCH]\r\nBOARD=Hardware\r\n");
-    EXPECT_EQ(ReadBoard(ini_), Board::kHardware);
+    EXPECT_EQ(ReadBoard(ini_), BoardChoice::kHardware);
     files_.bytes[kFile] = "[BENCH]\nBOARD=Breadboard\n";
-    EXPECT_EQ(ReadBoard(ini_), Board::kHardware);
+    EXPECT_EQ(ReadBoard(ini_), BoardChoice::kHardware);
 }
 
 } // namespace

@@ -12,7 +12,7 @@ BitWord AddressBits(const cRegister& reg) {
     return reg.Mask() < 0 ? BitWord() : BitWord(static_cast<std::uint64_t>(reg.Mask()));
 }
 
-int OnesIn(BitWord word) {
+int OnesIn(const BitWord& word) {
     int count = 0;
     for (int bit = 0; bit < word.BitCount(); ++bit)
         count += word.Test(bit) ? 1 : 0;

@@ -87,7 +87,6 @@ void SimulatedBridge::Answer(Packet command) {
         reply.insert(reply.end(), data.begin(), data.end());
     }
     reply[0] = static_cast<std::uint8_t>(reply.size());
-    if (faults.wrongKind) reply[1] = *faults.wrongKind;
     if (faults.raw) reply = *faults.raw;
     if (!faults.silent) Queue(std::move(reply));
 }

@@ -24,7 +24,6 @@ struct BridgeFaults {
     int split = 0;                  ///< A receive brings at most so many bytes; 0: all there are.
     bool join = false; ///< A reply waits for the next one, and both come in one receive.
     std::optional<std::uint8_t> wrongOpcode;      ///< Acknowledgements name this command.
-    std::optional<std::uint8_t> wrongKind;        ///< Byte 1 of every reply.
     std::optional<int> shortSend;                 ///< At most so many bytes of a packet go out.
     std::optional<std::vector<std::uint8_t>> raw; ///< The reply to every command, byte for byte.
     std::optional<int> unplugAfter; ///< Pulled in the middle of the packet after so many.

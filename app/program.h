@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/no_hardware.h"
+#include "device/part.h"
+#include "form/session.h"
+#include "partfile/ini_file.h"
+#include "screens/qt/main_window.h"
+#include "screens/qt/message_boxes.h"
+#include "session/frm_part.h"
+#include "transport/bench/bench.h"
+
+namespace zentrel {
+
+/// The wiring: makes the device, its session, the drivers and the window, and connects them. There
+/// is one in the program, and one in each test that drives the real window.
+class Program {
+  public:
+    /// `folder` is the program's own: the catalogue and the part files lie there.
+    explicit Program(const std::string& folder);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Shows the window, without a device.
+    void Start();
+
+    FrmPart& frm() { return frm_; }
+    cPart& part() { return part_; }
+    SimulatedBench& bench() { return bench_; }
+    view::MainWindow& window() { return *window_; }
+    view::MessageBoxes& boxes() { return boxes_; }
+
+    /// What runs when the window has gone; quits the toolkit's loop unless told otherwise.
+    std::function<void()> Ended;
+
+  private:
+    class BetweenPasses;
+
+    Drivers DriversFor(bool simulated);
+    void ConnectSession();
+    void MakeWindow();
+
+    Session session_;
+    cPart part_{session_};
+    IniFiles files_;
+    SimulatedBench bench_{part_};
+    NoHardware hardware_;
+    Transport transport_;
+    view::MessageBoxes boxes_;
+    view::FileDialogBoxes dialogs_{boxes_};
+    std::unique_ptr<BetweenPasses> pause_;
+    FrmPart frm_;
+    std::unique_ptr<view::MainWindow> window_;
+};
+
+} // namespace zentrel

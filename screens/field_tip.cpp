@@ -1,0 +1,61 @@
+#include "screens/field_tip.h"
+
+#include "device/bit_string.h"
+#include "device/errors.h"
+#include "device/number_text.h"
+#include "device/part.h"
+
+namespace zentrel {
+
+namespace {
+
+constexpr std::size_t kLongestDescription = 1000;
+
+std::string BitsOf(const cPrgmBits& field) {
+    if (field.Position < 0 || field.Length < 1) return "no bits";
+    const int top = field.Position + field.Length - 1;
+    if (field.Length == 1) return "bit " + std::to_string(field.Position);
+    return "bits " + std::to_string(top) + " to " + std::to_string(field.Position);
+}
+
+std::string LimitsOf(const cPrgmBits& field) {
+    std::string limits;
+    if (field.MinimumValue > 0) limits += "from " + NumberToText(field.MinimumValue);
+    if (field.MaximumValue > 0)
+        limits += (limits.empty() ? "" : " ") + ("up to " + NumberToText(field.MaximumValue));
+    return limits;
+}
+
+std::string Describe(const cPrgmBits& field) {
+    std::string tip = field.ID + "\n" + field.Register + ", " + BitsOf(field);
+    if (!field.LinkedBits.empty()) tip += ", continued in " + field.LinkedBits;
+    tip += "\nNow " + field.Text();
+    if (const std::string limits = LimitsOf(field); !limits.empty()) tip += "\nLimits: " + limits;
+    if (field.Description.empty()) return tip;
+    tip += "\n" + field.Description.substr(0, kLongestDescription);
+    if (field.Description.size() > kLongestDescription) tip += " ...";
+    return tip;
+}
+
+} // namespace
+
+std::string FieldTip(const cPart& part, std::string_view field) {
+    try {
+        return Describe(part.PrgmBits(field));
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+std::string RegisterTip(const cPart& part, std::string_view name) {
+    try {
+        const cRegister& reg = part.Registers(name);
+        std::int16_t digits = 1;
+        return reg.ID() + "\n0x" + FormatHexGrouped(reg.word(), digits, 4) +
+               (reg.changed() ? "\nNot sent yet" : "\nSent");
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+} // namespace zentrel

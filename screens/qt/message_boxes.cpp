@@ -1,0 +1,120 @@
+#include "screens/qt/message_boxes.h"
+
+#include <cstdio>
+
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "screens/qt/model_text.h"
+
+namespace zentrel::view {
+
+namespace {
+
+constexpr const char* kProgram = "Zentrel";
+
+bool HasScreen() {
+    const QString platform = QGuiApplication::platformName();
+    return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
+void TellNobody(std::string_view title, std::string_view text) {
+    const std::string_view head = title.empty() ? std::string_view(kProgram) : title;
+    std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(head.size()), head.data(),
+                 static_cast<int>(text.size()), text.data());
+}
+
+QString Title(std::string_view title) {
+    return title.empty() ? QString::fromLatin1(kProgram) : FromModel(title);
+}
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MessageIcon::Critical:
+        return QMessageBox::Critical;
+    case MessageIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// The kinds of file in the toolkit's form. Text and pattern take turns; the text names the
+/// pattern.
+QStringList Filters() {
+    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << QString(parts[i]).replace(QLatin1String("*.*"), QLatin1String("*"));
+    return filters;
+}
+
+void Fill(QMessageBox& box, std::string_view text) {
+    box.setTextFormat(Qt::PlainText);
+    box.setText(FromModel(text));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+} // namespace
+
+MessageBoxes::MessageBoxes(QWidget* window) : window_(window), attended_(HasScreen()) {}
+
+bool MessageBoxes::Begin() const {
+    if (attended_ && BeforeShow) BeforeShow();
+    return attended_;
+}
+
+void MessageBoxes::Show(std::string_view text, std::string_view title, MessageIcon icon) {
+    if (!Begin()) return TellNobody(title, text);
+    QMessageBox box(IconOf(icon), Title(title), {}, QMessageBox::Ok, window_);
+    Fill(box, text);
+    box.exec();
+}
+
+bool MessageBoxes::Confirm(std::string_view text, std::string_view title) {
+    if (!Begin()) return TellNobody(title, text), true;
+    QMessageBox box(QMessageBox::Question, Title(title), {}, QMessageBox::Ok | QMessageBox::Cancel,
+                    window_);
+    Fill(box, text);
+    box.setDefaultButton(QMessageBox::Ok);
+    return box.exec() == QMessageBox::Ok;
+}
+
+std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::string_view title,
+                                             std::string_view proposed) {
+    if (!Begin()) {
+        TellNobody(title, prompt);
+        return std::string(proposed);
+    }
+    QInputDialog dialog(window_);
+    dialog.setWindowTitle(Title(title));
+    dialog.setLabelText(FromModel(prompt));
+    dialog.setTextValue(FromModel(proposed));
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return ToModel(dialog.textValue());
+}
+
+std::optional<std::string> FileDialogBoxes::SaveName(std::string_view title) {
+    if (!boxes_.attended()) return {};
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getSaveFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
+}
+
+std::optional<std::string> FileDialogBoxes::OpenName(std::string_view title) {
+    if (!boxes_.attended()) return {};
+    const QStringList filters = Filters();
+    QString chosen = filters.value(kSetupFileFilterIndex - 1);
+    const QString name = QFileDialog::getOpenFileName(window_, FromModel(title), {},
+                                                      filters.join(QLatin1String(";;")), &chosen);
+    return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
+}
+
+} // namespace zentrel::view

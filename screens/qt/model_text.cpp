@@ -1,0 +1,31 @@
+#include "screens/qt/model_text.h"
+
+#include <QStringDecoder>
+
+namespace zentrel::view {
+
+QString FromModel(std::string_view text) {
+    const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString result = utf8.decode(bytes);
+    if (utf8.hasError()) return QString::fromLatin1(bytes);
+    return result;
+}
+
+QString Literal(std::string_view text) {
+    return FromModel(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QString TipText(std::string_view text) {
+    if (text.empty()) return {};
+    const QString lines = FromModel(text).toHtmlEscaped();
+    return QStringLiteral("<qt>") +
+           QString(lines).replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+           QStringLiteral("</qt>");
+}
+
+QString IndexedName(const char* name, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+} // namespace zentrel::view

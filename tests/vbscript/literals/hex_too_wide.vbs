@@ -1,0 +1,1 @@
+x = &H1FFFFFFFF ' !! 1002 Syntax error

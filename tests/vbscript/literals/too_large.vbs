@@ -1,0 +1,1 @@
+x = 1e309 ' !! 1031 Invalid number

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+x = "abc ' !! 1033 Unterminated string constant

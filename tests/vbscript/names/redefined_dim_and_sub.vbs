@@ -1,0 +1,2 @@
+Dim a
+Sub a : End Sub ' !! 1041 Name redefined

@@ -1,0 +1,2 @@
+Dim a
+Dim A ' !! 1041 Name redefined

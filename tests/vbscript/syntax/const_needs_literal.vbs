@@ -1,0 +1,2 @@
+WScript.Echo "never"
+Const a = b ' !! 1045 Expected literal constant

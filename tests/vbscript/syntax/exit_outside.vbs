@@ -1,0 +1,2 @@
+WScript.Echo "never"
+Exit For ' !! 1039 Invalid 'exit' statement

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+Loop ' !! 1038 'loop' without 'do'

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+x = 1 + ' !! 1023 Expected expression

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+If x ' !! 1017 Expected 'Then'

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+Next ' !! 1055 Unexpected 'Next'

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+On Error GoTo label ' !! 1002 Syntax error

@@ -1,0 +1,2 @@
+WScript.Echo "never"
+Foo(1, 2) ' !! 1044 Cannot use parentheses when calling a Sub
