@@ -9,9 +9,7 @@
 
 #include "tests/drivers/played_kernel.h"
 #include "tests/transport/rig.h"
-#include "transport/drivers/libusb_bridge.h"
-#include "transport/drivers/ppdev_port.h"
-#include "transport/drivers/udev_watch.h"
+#include "transport/drivers/hardware.h"
 
 namespace zentrel {
 
@@ -30,9 +28,9 @@ struct RealRig : Rig {
     using Milliseconds = std::chrono::milliseconds;
 
     explicit RealRig(std::string_view route = kRouteLpt, LibusbBridge::Limits limits = kLimits)
-        : Rig(route), bridge(limits) {
+        : Rig(route), hardware(part, {kernel.portTree(), "/dev"}, limits) {
         usb.SetLateness(2 * limits.transfer);
-        transport.Use({port, bridge, watch});
+        transport.Use(hardware.drivers());
         bench.port.OpenTVicPort(); // the hardware has power
         messages.shown.clear();
     }
@@ -50,9 +48,10 @@ struct RealRig : Rig {
     PlayedKernel kernel;
     PlayedPpdev& lpt = kernel.AddPort("parport0", 888, bench.port);
     PlayedUsbfs& usb = kernel.AddBridge(bench.bridge);
-    PpdevPort port{part, {kernel.portTree(), "/dev"}};
-    LibusbBridge bridge;
-    UdevWatch watch;
+    Hardware hardware;
+    PpdevPort& port = hardware.port;
+    LibusbBridge& bridge = hardware.bridge;
+    UdevWatch& watch = hardware.watch;
 };
 
 } // namespace zentrel

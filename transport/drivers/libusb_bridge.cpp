@@ -67,8 +67,6 @@ void LibusbBridge::ContextCloser::operator()(libusb_context* context) const {
     libusb_exit(context);
 }
 
-LibusbBridge::LibusbBridge() : LibusbBridge(Limits()) {}
-
 LibusbBridge::LibusbBridge(Limits limits) : limits_(limits) {}
 
 LibusbBridge::~LibusbBridge() = default;

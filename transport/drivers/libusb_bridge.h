@@ -40,7 +40,6 @@ class LibusbBridge final : public BridgeLibrary {
         Milliseconds quiet{5}; ///< Silence after which an opened link counts as read empty.
     };
 
-    LibusbBridge();
     explicit LibusbBridge(Limits limits);
     ~LibusbBridge() override;
     LibusbBridge(const LibusbBridge&) = delete;

@@ -53,8 +53,6 @@ std::string InUse(const std::string& node, const std::string& holder) {
 
 } // namespace
 
-PpdevPort::PpdevPort(const cPart& part) : PpdevPort(part, Paths()) {}
-
 PpdevPort::PpdevPort(const cPart& part, Paths paths) : part_(part), paths_(std::move(paths)) {}
 
 std::int16_t PpdevPort::OpenTVicPort() {

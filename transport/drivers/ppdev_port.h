@@ -26,7 +26,6 @@ class PpdevPort final : public PortDriver {
         std::filesystem::path nodes = "/dev";
     };
 
-    explicit PpdevPort(const cPart& part);
     PpdevPort(const cPart& part, Paths paths);
     ~PpdevPort() override { CloseTVicPort(); }
     PpdevPort(const PpdevPort&) = delete;
