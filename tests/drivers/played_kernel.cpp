@@ -135,6 +135,9 @@ void PlayedKernel::PlugBridge(const std::string& socket, const std::string& seri
 }
 
 void PlayedKernel::Remove(const std::string& path) {
+    // When the event comes, nothing is left to ask the device for.
+    fs::remove(root_ + path + "/serial");
+    umockdev_testbed_set_property(testbed_, path.c_str(), "ID_SERIAL_SHORT", "");
     umockdev_testbed_uevent(testbed_, path.c_str(), "remove");
     umockdev_testbed_remove_device(testbed_, path.c_str());
 }

@@ -33,6 +33,17 @@ TEST(ParallelPort, is_claimed_while_open_and_let_go_afterwards) {
     EXPECT_FALSE(rig.lpt.claimed());
 }
 
+TEST(ParallelPort, without_a_device_the_first_port_is_tried) {
+    RealRig rig;
+    rig.part.PortAddress = 0;
+    EXPECT_TRUE(ReopenPortDriver(rig.part));
+    EXPECT_TRUE(rig.lpt.claimed());
+    rig.part.PortAddress = 888;
+    LoadRegister(rig.part, "R0");
+    EXPECT_EQ(rig.board().newest(), 1U);
+    EXPECT_EQ(rig.lpt.claims(), 2);
+}
+
 TEST(ParallelPort, another_address_takes_the_driver_along) {
     RealRig rig;
     SimulatedPort second(rig.bench.board);

@@ -57,7 +57,7 @@ PpdevPort::PpdevPort(const cPart& part, Paths paths) : part_(part), paths_(std::
 
 std::int16_t PpdevPort::OpenTVicPort() {
     wanted_ = true;
-    Claim(DataPort(part_));
+    Claim(Wanted());
     return port_.open() ? std::int16_t{1} : kOpenFailed;
 }
 
@@ -70,6 +70,11 @@ void PpdevPort::Release() {
     if (!port_.open()) return;
     ::ioctl(port_.get(), PPRELEASE);
     port_.Close();
+}
+
+std::uint16_t PpdevPort::Wanted() const {
+    const std::uint16_t address = DataPort(part_);
+    return address != 0 ? address : static_cast<std::uint16_t>(PortAddressOfOption(0));
 }
 
 void PpdevPort::Claim(std::uint16_t base) {
@@ -98,7 +103,7 @@ void PpdevPort::Claim(std::uint16_t base) {
 
 bool PpdevPort::Ready() {
     if (!wanted_) return false;
-    if (const std::uint16_t base = DataPort(part_); base != base_) Claim(base);
+    if (const std::uint16_t base = Wanted(); base != base_) Claim(base);
     return port_.open();
 }
 

@@ -40,6 +40,8 @@ class PpdevPort final : public PortDriver {
     std::string Diagnosis() const override { return diagnosis_; }
 
   private:
+    /// The device's address; LPT1's as long as no device names one.
+    std::uint16_t Wanted() const;
     /// Whether a byte has a port to go to; goes over to a new `PortAddress` first.
     bool Ready();
     void Claim(std::uint16_t base);
