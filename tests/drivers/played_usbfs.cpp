@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <thread>
 
 namespace zentrel {
 namespace {
@@ -14,6 +15,7 @@ constexpr UsbFault kInFaults[] = {UsbFault::Refused, UsbFault::Protocol, UsbFaul
                                   UsbFault::Lost,    UsbFault::Pulled,   UsbFault::Late,
                                   UsbFault::Garbage, UsbFault::Split};
 constexpr int kMostGarbage = 12;
+constexpr std::chrono::microseconds kBetweenPolls{100};
 
 std::uint8_t* Bytes(const usbdevfs_urb& urb) {
     return static_cast<std::uint8_t*>(urb.buffer);
@@ -205,7 +207,12 @@ int PlayedUsbfs::Reap(void** urb) {
         End(*waiting_.front(), 0);
         waiting_.pop_front();
     }
-    if (ended_.empty()) return plugged_ ? -EAGAIN : -ENODEV;
+    if (ended_.empty() && !plugged_) return -ENODEV;
+    if (ended_.empty()) {
+        // umockdev's device files always poll ready: whoever waits on one asks again at once.
+        std::this_thread::sleep_for(kBetweenPolls);
+        return -EAGAIN;
+    }
     *urb = ended_.front();
     ended_.pop_front();
     return 0;
