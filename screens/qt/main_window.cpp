@@ -73,6 +73,8 @@ ScreenView* MainWindow::MakePage(int tab, QWidget* parent) {
         return new RegistersView(hand_, models_.registers, parent);
     case kBitsTab:
         return new BitsView(hand_, models_.bits, parent);
+    case kBurstTab:
+        return new BurstView(hand_, models_.burst, parent);
     default:
         return nullptr;
     }
