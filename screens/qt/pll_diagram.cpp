@@ -5,8 +5,6 @@
 #include <functional>
 #include <vector>
 
-#include <QFontMetricsF>
-
 #include "screens/field_tip.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
@@ -38,7 +36,7 @@ class Layout {
         const double branch = Loop(detector);
         Feedback(detector, branch);
         Outputs();
-        const double button = TextWidth(panel_.txtGetPLLBits.Caption) + 4;
+        const double button = PinNameWidth(FromModel(panel_.txtGetPLLBits.Caption)) / unit_ + 4;
         Place("txtGetPLLBits", kMargin, backRow_ - box_ / 2, button);
         return std::move(diagram_);
     }
@@ -337,10 +335,9 @@ class Layout {
         const double width = Metrics::Now().DigitsWidth(digits) / unit_;
         return std::ceil(width + (spinner ? 2.5 : 0.0));
     }
-    double TextWidth(std::string_view text) const {
-        return QFontMetricsF(UiFont(0, true)).horizontalAdvance(FromModel(text)) / unit_;
+    double NameWidth(const Label& pin) const {
+        return PinNameWidth(FromModel(pin.Caption)) / unit_;
     }
-    double NameWidth(const Label& pin) const { return TextWidth(pin.Caption); }
     QString Name(int label) const {
         const Label& text = panel_.lblPLL[static_cast<std::size_t>(label)];
         return text.Visible ? FromModel(text.Caption) : QString();
