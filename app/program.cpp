@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include "partfile/catalogue.h"
+#include "screens/qt/clock_view.h"
 #include "screens/qt/model_text.h"
 #include "screens/qt/pll_view.h"
 
@@ -55,10 +56,11 @@ void Program::ConnectSession() {
 void Program::MakeWindow() {
     window_ = std::make_unique<view::MainWindow>(view::WindowModels{
         frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
-        frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, bench_.board,
-        frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
-    window_->SetPageMaker([this](int tab, QWidget* parent) {
-        return view::MakePllPage(window_->hand(), part_, tab, parent);
+        frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, frm_.loopFilter,
+        bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
+    window_->SetPageMaker([this](int tab, QWidget* parent) -> view::ScreenView* {
+        if (auto* page = view::MakePllPage(window_->hand(), part_, tab, parent)) return page;
+        return view::MakeClockPage(window_->hand(), part_, frm_.loopFilter, tab, parent);
     });
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());

@@ -31,4 +31,8 @@ void SessionDisplays::UpdateBurstDisplay() {
     burst_.UpdateBurstDisplay();
 }
 
+void SessionDisplays::UpdateLoopFilterDisplay() {
+    if (LoopFilter) LoopFilter();
+}
+
 } // namespace zentrel

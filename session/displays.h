@@ -11,7 +11,7 @@ class BurstScreen;
 class PortScreen;
 class RegistersScreen;
 
-/// The six refreshes, each handed to the room that has it. The three functions belong to rooms
+/// The six refreshes, each handed to the room that has it. The functions belong to rooms
 /// that connect themselves; one that isn't there refreshes nothing.
 class SessionDisplays : public Displays {
   public:
@@ -19,7 +19,7 @@ class SessionDisplays : public Displays {
                     BurstScreen& burst)
         : bits_(bits), registers_(registers), port_(port), burst_(burst) {}
 
-    std::function<void()> PLLs, ClkDists;
+    std::function<void()> PLLs, ClkDists, LoopFilter;
 
     void UpdatePLLDisplay() override;
     void UpdateCLKDISTDisplay() override;
@@ -27,6 +27,7 @@ class SessionDisplays : public Displays {
     void UpdateRegisterDisplay() override;
     void UpdatePortDisplay() override;
     void UpdateBurstDisplay() override;
+    void UpdateLoopFilterDisplay() override;
 
   private:
     BitsScreen& bits_;

@@ -45,7 +45,7 @@ FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes, FileDialogs
     : part(device), session(device.session()), files(iniFiles), messages(boxes),
       dialogs(fileDialogs), registers(device), bits(device), port(device, timers),
       burst(device, iniFiles, fileDialogs, timers.tmrStartBurst), frmErrorList(session),
-      frmAbout(session), guard(device), displays(bits, registers, port, burst),
+      frmAbout(session), loopFilter(device), guard(device), displays(bits, registers, port, burst),
       builder_(tabPart, registers, bits, port, burst), deviceMenus_(menu, iniFiles),
       burstRoute_(device), blocks_(device), partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
     ConnectUpward();
@@ -53,6 +53,9 @@ FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes, FileDialogs
     ConnectSetups();
     displays.PLLs = [this] { UpdatePLLDisplay(part); };
     displays.ClkDists = [this] { UpdateCLKDISTDisplay(part); };
+    displays.LoopFilter = [this] {
+        if (loopFilter.Visible) loopFilter.UpdateLoopFilterDisplay();
+    };
     tabPart.Selected = [this](int, int now) { registers.TabSelected(now); };
     timers.tmrStartBurst.Tick = [this] { burst.run.tmrStartBurst_Timer(); };
     timers.tmrAutoReload.Tick = [this] { tmrAutoReload_Timer(part); };
@@ -142,10 +145,23 @@ void FrmPart::ClearForm() {
     ClearScreens();
 }
 
+// A device of no file had nothing to lose.
+bool FrmPart::PartFileStands() {
+    if (!files.View(PartFile()).Text().empty()) return true;
+    if (!part.Registers.empty()) {
+        messages.Show(PartFile() + " has gone. The settings of " + part.ID +
+                          " couldn't be saved in it.",
+                      {}, MessageIcon::Exclamation);
+    }
+    return false;
+}
+
 // Whatever fails here is told, and the device is left all the same: there is no other way on.
 void FrmPart::SaveOnLeaving() {
     try {
-        if (menu("mnuSaveDeviceSettings").Checked) SaveDeviceSettings(part, files);
+        if (menu("mnuSaveDeviceSettings").Checked && PartFileStands()) {
+            SaveDeviceSettings(part, files);
+        }
     } catch (const std::exception& error) {
         messages.Show(error.what(), {}, MessageIcon::Exclamation);
     }
@@ -158,6 +174,7 @@ void FrmPart::ClearScreens() {
     bits.Clear();
     registers.Clear();
     burst.Clear();
+    loopFilter.cmdClose_Click(); // Its lists are the device's.
     part.tabdata.Clear();
     menu.TrimItems(kModeMenu, 1);
     menu(kModeMenu, 0).Visible = false;

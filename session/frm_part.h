@@ -9,6 +9,7 @@
 
 #include "burst/burst_list.h"
 #include "clock/clk_dist.h"
+#include "clock/loop_filter.h"
 #include "device/part.h"
 #include "partfile/ini_file.h"
 #include "screens/about.h"
@@ -73,6 +74,7 @@ class FrmPart {
     BurstScreen burst;
     ErrorList frmErrorList;
     AboutDialog frmAbout;
+    frmLoopFilter loopFilter;
 
     EventGuard guard;
     SessionDisplays displays;
@@ -140,6 +142,7 @@ class FrmPart {
     void ConnectToggle(std::string_view name, std::function<void(bool checked)> changed);
     void ShowBench(bool simulated);
     void TellStatus();
+    bool PartFileStands();
     void SaveOnLeaving();
     void ClearScreens();
 

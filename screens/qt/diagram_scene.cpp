@@ -171,6 +171,18 @@ void PaintBuffer(QPainter& painter, const DiagramItem& item) {
     painter.drawPolygon(QPolygonF{r.topLeft(), {r.right(), r.center().y()}, r.bottomLeft()});
 }
 
+void PaintSymbol(QPainter& painter, const DiagramItem& item) {
+    painter.setPen(QPen(Outline(item.path), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(item.path == Path::Off ? Theme::Now().surface : Theme::Now().block);
+    painter.drawPolygon(item.points);
+}
+
+void PaintOutline(QPainter& painter, const DiagramItem& item) {
+    const Theme& theme = Theme::Now();
+    const QColor ink = item.meaning == colors::kWhite ? theme.accent : theme.Ink(item.meaning);
+    PaintBox(painter, item.rect, Qt::transparent, ink, 2.0);
+}
+
 QRectF PinName(const DiagramItem& item) {
     const double width = PinNameWidth(item.text);
     const double height = Metrics::Now().textHeight;
@@ -188,6 +200,10 @@ void PaintPin(QPainter& painter, const DiagramItem& item) {
 
 void PaintItem(QPainter& painter, const DiagramItem& item) {
     switch (item.kind) {
+    case Kind::Symbol:
+        return PaintSymbol(painter, item);
+    case Kind::Outline:
+        return PaintOutline(painter, item);
     case Kind::Block:
         return PaintBlock(painter, item);
     case Kind::Oscillator:
@@ -231,7 +247,7 @@ double BlockNameHeight() {
 }
 
 QRectF DiagramItem::Bounds() const {
-    QRectF all = kind == Kind::Wire ? points.boundingRect() : rect;
+    QRectF all = points.isEmpty() ? rect : points.boundingRect();
     if (kind == Kind::Pin) all |= PinName(*this);
     const double margin = kind == Kind::Wire ? Unit() : 2.0;
     return all.adjusted(-margin, -margin, margin, margin);
@@ -292,6 +308,18 @@ DiagramItem& DiagramScene::Buffer(const QRectF& rect) {
 
 DiagramItem& DiagramScene::Frame(const QRectF& rect) {
     return Add(Kind::Frame, rect);
+}
+
+DiagramItem& DiagramScene::Symbol(const QPolygonF& corners) {
+    DiagramItem& item = Add(Kind::Symbol, {});
+    item.points = corners;
+    return item;
+}
+
+DiagramItem& DiagramScene::Outline(const QRectF& rect, Color meaning) {
+    DiagramItem& item = Add(Kind::Outline, rect);
+    item.meaning = meaning;
+    return item;
 }
 
 void DiagramScene::Paint(QPainter& painter, const QRectF& clip) const {

@@ -14,6 +14,7 @@
 #include "screens/qt/burst_view.h"
 #include "screens/qt/error_list_view.h"
 #include "screens/qt/event_timer.h"
+#include "screens/qt/loop_filter_view.h"
 #include "screens/qt/menu_view.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
@@ -47,6 +48,7 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     addDockWidget(Qt::BottomDockWidgetArea, dock_);
     about_ = std::make_unique<AboutView>(hand_, models_.about, this);
     errors_ = std::make_unique<ErrorListView>(hand_, models_.errors, this);
+    loopFilter_ = std::make_unique<LoopFilterView>(hand_, models_.loopFilter, this);
     for (TickingTimer* timer : {&models_.timers.tmrAutoReload, &models_.timers.tmrStartBurst,
                                 &models_.timers.tmrUSBCheck})
         timers_.push_back(std::make_unique<EventTimer>(hand_, *timer));
@@ -91,6 +93,7 @@ void MainWindow::Sync() {
     dock_->Sync();
     about_->Sync();
     errors_->Sync();
+    loopFilter_->Sync();
     for (const auto& timer : timers_)
         timer->Sync();
     if (isVisible() != models_.visible) setVisible(models_.visible);

@@ -19,6 +19,7 @@ class MenuModel;
 class PortScreen;
 class RegistersScreen;
 class StatusBar;
+class frmLoopFilter;
 class TabModel;
 struct Timers;
 } // namespace zentrel
@@ -29,6 +30,7 @@ class AboutView;
 class BoardDock;
 class ErrorListView;
 class EventTimer;
+class LoopFilterView;
 class MenuView;
 class StatusBarView;
 
@@ -45,6 +47,7 @@ struct WindowModels {
     BurstScreen& burst;
     ErrorList& errors;
     AboutDialog& about;
+    frmLoopFilter& loopFilter;
     const Board& board;
     const std::string& title;
     const bool& visible;
@@ -81,6 +84,7 @@ class MainWindow : public QMainWindow {
     BoardDock* dock_ = nullptr;
     std::unique_ptr<AboutView> about_;
     std::unique_ptr<ErrorListView> errors_;
+    std::unique_ptr<LoopFilterView> loopFilter_;
     std::vector<std::unique_ptr<EventTimer>> timers_;
     bool syncing_ = false;
 };
