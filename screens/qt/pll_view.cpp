@@ -145,6 +145,10 @@ PllView::PllView(const Hand& hand, std::shared_ptr<cPLL> pll, QWidget* parent)
             [this](QWidget*, QWidget* now) { RevealFocus(now); });
 }
 
+PllView::~PllView() {
+    disconnect(qApp, nullptr, this, nullptr); // The boxes give up the focus while they go.
+}
+
 Hand::Action PllView::Action(Routine routine) const {
     if (!routine) return {};
     return [&part = pll_->Part(), at = position_, routine] { routine(part, at); };
