@@ -27,7 +27,7 @@ struct DiagramItem {
         Oscillator, ///< Circle with a sine, as large as `rect`.
         Wire,       ///< Signal line through `points`; an arrowhead at its end when `arrow`.
         Dot,        ///< Where a wire branches, in the middle of `rect`.
-        Pin,        ///< Small square in the middle of `rect`; its name `text` above it.
+        Pin,        ///< Small square in `rect`; its name `text` above it and in its tip.
         Text,       ///< `text` in `rect`, by `align` and `tone`.
         LowPass,    ///< A loop filter's curve in `rect`.
         Buffer,     ///< Triangle that points right.
@@ -105,5 +105,7 @@ class DiagramCanvas : public PageContent {
 /// Height of a block's name line, its distance from the top edge included: what stands in a block
 /// begins below it.
 double BlockNameHeight();
+/// Room that a pin's name takes; a very long one elides and stays whole in the tip.
+double PinNameWidth(const QString& name);
 
 } // namespace zentrel::view

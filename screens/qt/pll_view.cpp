@@ -145,6 +145,10 @@ PllView::PllView(const Hand& hand, std::shared_ptr<cPLL> pll, QWidget* parent)
             [this](QWidget*, QWidget* now) { RevealFocus(now); });
 }
 
+PllView::~PllView() {
+    disconnect(qApp, nullptr, this, nullptr); // The boxes give up the focus while they go.
+}
+
 Hand::Action PllView::Action(Routine routine) const {
     if (!routine) return {};
     return [&part = pll_->Part(), at = position_, routine] { routine(part, at); };
@@ -186,6 +190,7 @@ void PllView::AddToggle(std::string_view name, const QString& accessible) {
 void PllView::AddButton() {
     bits_ = new PushButton(hand_, pll_->panel.txtGetPLLBits, Action(txtGetPLLBits_Click), canvas_);
     bits_->setObjectName(NameOf("txtGetPLLBits"));
+    bits_->setAccessibleName(QStringLiteral("Show the fields behind this diagram"));
 }
 
 void PllView::Sync() {

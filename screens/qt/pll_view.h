@@ -21,6 +21,7 @@ class PllView : public ScreenView {
   public:
     /// `pll` stays alive with the view, whatever becomes of the device.
     PllView(const Hand& hand, std::shared_ptr<cPLL> pll, QWidget* parent);
+    ~PllView() override;
 
     void Sync() override;
 
