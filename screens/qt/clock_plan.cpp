@@ -13,7 +13,7 @@ constexpr int kMargin = 2, kGap = 4, kSourceBox = 11, kUnitWidth = 4, kCircle = 
 constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 22, kDividerWidth = 26;
 constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 15, kTerminalPitch = 4;
 constexpr int kNameWidth = 11, kDivWidth = 13, kDelayWidth = 17, kMuxColumn = 22, kOutputWidth = 15,
-              kFrequencyWidth = 14, kColumnGap = 3, kRowLead = 6;
+              kFrequencyWidth = 18, kColumnGap = 3, kRowLead = 6;
 constexpr int kTableWidth = kNameWidth + kDivWidth + kDelayWidth + kMuxColumn + kOutputWidth +
                             kFrequencyWidth + 5 * kColumnGap + 1 + kUnitWidth;
 constexpr int kDelayList = 14;
@@ -135,7 +135,8 @@ void ClockPlan::PlaceDivider(const ClockPanel& panel) {
 void ClockPlan::PlaceMux(const ClockPanel& panel, int left) {
     if (!Shown(ShapeOf(panel, clk_shape::kInputMux))) {
         const int last = std::max(Right(divider), vco.circle.isEmpty() ? 0 : Right(vco.unit));
-        muxOut = {last, axis};
+        const QRect& end = divider.isEmpty() ? vco.circle : divider;
+        muxOut = {end.isEmpty() ? Right(pll) : Right(end), axis};
         outX = std::max(last, Right(pll)) + U(3);
         return;
     }
