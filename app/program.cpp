@@ -7,6 +7,7 @@
 #include "partfile/catalogue.h"
 #include "screens/qt/clock_view.h"
 #include "screens/qt/model_text.h"
+#include "screens/qt/pll_view.h"
 
 namespace zentrel {
 
@@ -57,8 +58,10 @@ void Program::MakeWindow() {
         frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
         frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, frm_.loopFilter,
         bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
-    window_->SetPageMaker([this](int tab, QWidget* parent) {
-        return view::MakeClockPage(window_->hand(), part_, frm_.loopFilter, tab, parent);
+    window_->SetPageMaker([this](int tab, QWidget* parent) -> view::ScreenView* {
+        const view::Hand& hand = window_->hand();
+        if (auto* page = view::MakePllPage(hand, part_, tab, parent)) return page;
+        return view::MakeClockPage(hand, part_, frm_.loopFilter, tab, parent);
     });
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());

@@ -265,9 +265,8 @@ End Sub)");
 
 } // namespace
 
-int main(int argc, char**) {
+int main() {
     bool good = true;
-    if (argc > 1) return HostRead() ? 0 : 1;
     for (const auto& pair : kPairs) {
         const double lua = TimeOfLua(pair.lua);
         const double vbs = TimeOfScript(pair.vbs);

@@ -77,9 +77,9 @@ class WordJournal {
     static constexpr int kMostSteps = 10'000;
 
     struct Entry {
-        cRegister* reg;
+        cRegister* reg = nullptr;
         BitWord word;
-        bool change;
+        bool change = false;
     };
 
     struct Operation {

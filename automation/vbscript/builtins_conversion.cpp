@@ -38,7 +38,7 @@ Value CStr(BuiltinCall& call) {
 /// Negative numbers in 16 bits where they fit, else in 32. -32768 doesn't count as fitting.
 template<unsigned Base>
 Value Digits(BuiltinCall& call) {
-    const auto plain = Plain(call[0]);
+    auto plain = Plain(call[0]);
     if (plain.IsNull()) return plain;
     const auto number = ToLong(plain);
     auto bits = static_cast<std::uint32_t>(number);
@@ -54,7 +54,7 @@ Value Digits(BuiltinCall& call) {
 /// Int and Fix keep the subtype; a text is a Double, a Boolean an Integer.
 template<double (*Cut)(double)>
 Value CutOff(BuiltinCall& call) {
-    const auto plain = Plain(call[0]);
+    auto plain = Plain(call[0]);
     switch (plain.type()) {
     case Type::Null:
     case Type::Byte:
@@ -90,7 +90,7 @@ double RoundHalfEven(double number, int digits) {
 }
 
 Value Round(BuiltinCall& call) {
-    const auto plain = Plain(call[0]);
+    auto plain = Plain(call[0]);
     if (plain.IsNull()) return plain;
     const auto digits = call.Has(1) ? Number(call, 1, 0, 22) : 0;
     if (plain.IsInteger() || plain.type() == Type::Boolean) return plain;

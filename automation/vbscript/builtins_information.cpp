@@ -110,7 +110,7 @@ Value GetRef(BuiltinCall& call) {
 // --- code as text ---
 
 Value CodeText(const BuiltinCall& call) {
-    const auto code = Plain(call[0]);
+    auto code = Plain(call[0]);
     if (!code.IsString()) Raise(ErrorNumber::TypeMismatch);
     return code;
 }
@@ -128,7 +128,7 @@ Value ExecuteGlobalText(BuiltinCall& call) {
 }
 
 Value EvalText(BuiltinCall& call) {
-    const Value code = call[0];
+    Value code = call[0];
     if (!code.IsString()) return code;
     return call.runtime.machine.EvalHere(code.AsText()).Target();
 }

@@ -25,7 +25,7 @@ Value Log(BuiltinCall& call) {
 }
 
 Value Abs(BuiltinCall& call) {
-    const auto plain = Plain(call[0]);
+    auto plain = Plain(call[0]);
     switch (plain.type()) {
     case Type::Null:
     case Type::Byte:

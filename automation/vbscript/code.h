@@ -131,7 +131,6 @@ enum : std::uint8_t {
 struct Instruction {
     Op op;
     std::uint8_t flags;
-    std::uint16_t count; ///< unused by most
     std::uint32_t a;
     std::uint32_t b;
     std::uint32_t c;

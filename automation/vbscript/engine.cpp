@@ -15,9 +15,9 @@ void Engine::Reset() {
     runtime_->last_error = {};
 }
 
-void Engine::AddObject(std::string_view name, Handle<HostObject> object) {
+void Engine::AddObject(std::string_view name, const Handle<HostObject>& object) {
     const auto id = runtime_->names.Intern(Utf8ToUtf16(name));
-    if (!runtime_->objects.try_emplace(id, std::move(object)).second) Raise(ErrorNumber::KeyExists);
+    if (!runtime_->objects.try_emplace(id, object).second) Raise(ErrorNumber::KeyExists);
 }
 
 Module& Engine::AddModule(std::string_view name) {

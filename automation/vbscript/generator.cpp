@@ -158,7 +158,7 @@ std::unique_ptr<Procedure> Generator::GenerateExpression(const Expression& expre
 std::size_t Generator::Put(Op op, std::uint32_t a, std::uint32_t b, std::uint32_t c,
                            unsigned flags) {
     if (Here() >= kMaxCode) RaiseAt(ErrorNumber::TooComplex, at_);
-    procedure_->code.push_back({op, static_cast<std::uint8_t>(flags), 0, a, b, c});
+    procedure_->code.push_back({op, static_cast<std::uint8_t>(flags), a, b, c});
     return Here() - 1;
 }
 

@@ -111,7 +111,11 @@ void Machine::DoConcat(const Instruction& in, const Cursor& at) {
             if (in.flags & kFreeC) at[in.c].Clear();
             return;
         }
-        Value result = in.flags & kFreeB ? std::move(at[in.b].Target()) : left;
+        Value result;
+        if (in.flags & kFreeB)
+            result.Swap(at[in.b].Target());
+        else
+            result = left;
         result.Append(text.AsText());
         Free(in, at);
         target = std::move(result);

@@ -134,12 +134,12 @@ std::u16string NumberText(double number, int digits) {
         out += power;
     } else if (exponent < 0) {
         out += "0.";
-        out.append(static_cast<std::size_t>(-exponent - 1), '0');
+        out.append(static_cast<std::size_t>(-exponent) - 1, '0');
         out += figures;
     } else if (count <= exponent + 1) {
-        out += figures + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
+        out += figures + std::string(static_cast<std::size_t>(exponent) + 1 - figures.size(), '0');
     } else {
-        const auto whole = static_cast<std::size_t>(exponent + 1);
+        const auto whole = static_cast<std::size_t>(exponent) + 1;
         out.append(figures, 0, whole).append(1, '.').append(figures, whole);
     }
     return Widen(out);

@@ -253,8 +253,8 @@ Value Joined(const Value& left, const Value& right) {
 } // namespace
 
 Value Binary(Operator op, const Value& left, const Value& right) {
-    const auto a = Plain(left);
-    const auto b = Plain(right);
+    auto a = Plain(left);
+    auto b = Plain(right);
     if (op >= Operator::And && op <= Operator::Imp) return Logic(op, a, b);
     if (a.IsNull() || b.IsNull()) return Value::Null();
     switch (op) {
@@ -277,14 +277,14 @@ Value Binary(Operator op, const Value& left, const Value& right) {
 }
 
 Value Not(const Value& operand) {
-    const auto bits = Bits(Plain(operand));
+    auto bits = Bits(Plain(operand));
     if (bits.IsNull()) return bits;
     return BitValue(bits.type(),
                     bits.type() == Type::Boolean ? bits.AsInteger() == 0 : ~bits.AsInteger());
 }
 
 Value Negate(const Value& operand) {
-    const auto plain = Plain(operand);
+    auto plain = Plain(operand);
     if (plain.IsNull()) return plain;
     const auto number = Number(plain);
     switch (number.type()) {

@@ -40,7 +40,6 @@ bool Parser::AtBlockEnd() const {
     case Keyword::Loop:
     case Keyword::Wend:
     case Keyword::Case:
-        return true;
     case Keyword::End:
         return true;
     default:

@@ -30,7 +30,7 @@ class Matcher {
     Matcher(const Program& program, std::u16string_view text, Options options,
             const std::function<void()>& poll)
         : program_(program), text_(text), options_(options), poll_(poll),
-          captures_(program.groups * 2, kUnset), marks_(program.marks, kUnset) {}
+          captures_(std::size_t{program.groups} * 2, kUnset), marks_(program.marks, kUnset) {}
 
     bool MatchAt(std::size_t at) {
         std::fill(captures_.begin(), captures_.end(), kUnset);
@@ -93,7 +93,7 @@ class Matcher {
         return before != behind;
     }
 
-    bool TakeBack(std::uint32_t group, std::size_t& at) const {
+    bool TakeBack(std::size_t group, std::size_t& at) const {
         const auto from = captures_[group * 2];
         const auto to = captures_[group * 2 + 1];
         if (from == kUnset || to == kUnset || to < from) return true;

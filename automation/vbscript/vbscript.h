@@ -155,7 +155,7 @@ class Engine {
     /// Refused (error 5) while a script of this engine runs.
     void Reset();
     /// Makes an object visible to all modules under a global name; error 457 if the name is taken.
-    void AddObject(std::string_view name, Handle<HostObject> object);
+    void AddObject(std::string_view name, const Handle<HostObject>& object);
     /// Error 457 if there is a module of that name; names don't regard case.
     Module& AddModule(std::string_view name);
     Module* FindModule(std::string_view name) const;

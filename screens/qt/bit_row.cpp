@@ -18,21 +18,21 @@ namespace {
 class Digits {
   public:
     explicit Digits(const QFont& font) : metrics_(font) {
-        for (int i = 0; i < 2; ++i) {
-            text_[i].setText(QString::fromLatin1(i == 0 ? "0" : "1"));
-            text_[i].setTextFormat(Qt::PlainText);
-            text_[i].prepare({}, font);
+        for (QStaticText* digit : {&zero_, &one_}) {
+            digit->setText(QString::fromLatin1(digit == &zero_ ? "0" : "1"));
+            digit->setTextFormat(Qt::PlainText);
+            digit->prepare({}, font);
         }
     }
     void Draw(QPainter& painter, const QRect& cell, char digit) const {
         const double x = cell.left() + (cell.width() - metrics_.horizontalAdvance(digit)) / 2.0;
         const double y = cell.top() + (cell.height() - metrics_.height()) / 2.0;
-        painter.drawStaticText(QPointF(x, y), text_[digit == '1' ? 1 : 0]);
+        painter.drawStaticText(QPointF(x, y), digit == '1' ? one_ : zero_);
     }
 
   private:
     QFontMetricsF metrics_;
-    QStaticText text_[2];
+    QStaticText zero_, one_;
 };
 
 const Digits& DigitsOf(const QFont& font) {

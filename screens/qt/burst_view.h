@@ -39,9 +39,9 @@ class BurstView : public ScreenView {
     const Hand& hand_;
     BurstScreen& model_;
     QPlainTextEdit* list_;
-    CaptionLabel* label_;
-    DropList* registers_;
-    EntryBox* delay_;
+    CaptionLabel* label_ = nullptr;
+    DropList* registers_ = nullptr;
+    EntryBox* delay_ = nullptr;
     std::vector<PushButton*> buttons_;
     std::string shown_;
 };

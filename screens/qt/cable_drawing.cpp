@@ -263,7 +263,8 @@ void CableDrawing::PaintLegend(QPainter& painter) const {
     painter.setFont(UiFont());
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const double x = i % 2 == 0 ? 1.0 : kWidth / 2;
-        const double y = top + static_cast<double>(i / 2) * kLegendRow;
+        const std::size_t row = i / 2;
+        const double y = top + static_cast<double>(row) * kLegendRow;
         Shape sample;
         sample.BackColor = entries[i].color;
         PaintPin(painter, P(x + 1, y + 1), sample, 0, true);

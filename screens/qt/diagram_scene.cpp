@@ -104,7 +104,7 @@ void PaintOscillator(QPainter& painter, const DiagramItem& item) {
     painter.setBrush(item.path == Path::Off ? theme.surface : theme.block);
     painter.drawEllipse(item.rect);
     const double width = item.rect.width() * 0.52;
-    const double height = item.rect.height() * 0.42;
+    const double height = item.rect.height() * 0.30;
     const QPointF c = item.rect.center();
     QPainterPath sine(QPointF(c.x() - width / 2, c.y()));
     sine.cubicTo(c.x() - width * 0.3, c.y() - height, c.x() - width * 0.2, c.y() - height, c.x(),

@@ -12,7 +12,7 @@
 namespace zentrel::view {
 
 OptionStrip::OptionStrip(const Hand& hand, ElementRef<Frame> name, const OptionAt& at,
-                         std::size_t count, std::function<void(int)> select,
+                         std::size_t count, const std::function<void(int)>& select,
                          const char* elementName, std::size_t firstNumber, QWidget* parent)
     : QWidget(parent), name_(name) {
     for (std::size_t i = 0; i < count; ++i) {

@@ -21,8 +21,8 @@ class OptionStrip : public QWidget {
     /// `select` gets the option's number; `elementName` names the widgets, from number
     /// `firstNumber` on.
     OptionStrip(const Hand& hand, ElementRef<Frame> name, const OptionAt& at, std::size_t count,
-                std::function<void(int)> select, const char* elementName, std::size_t firstNumber,
-                QWidget* parent);
+                const std::function<void(int)>& select, const char* elementName,
+                std::size_t firstNumber, QWidget* parent);
 
     void Sync();
     QSize sizeHint() const override;

@@ -1,5 +1,7 @@
 #include "screens/qt/theme.h"
 
+#include <cmath>
+
 #include <QApplication>
 #include <QStyle>
 
@@ -10,7 +12,9 @@ namespace zentrel::view {
 namespace {
 
 QColor Mix(const QColor& a, const QColor& b, double part) {
-    const auto mix = [part](int x, int y) { return static_cast<int>(x + (y - x) * part + 0.5); };
+    const auto mix = [part](int x, int y) {
+        return static_cast<int>(std::lround(x + (y - x) * part));
+    };
     return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 

@@ -26,6 +26,7 @@ class WScript : public HostObject {
   public:
     explicit WScript(const std::vector<std::string>& arguments) {
         std::vector<Value> values;
+        values.reserve(arguments.size());
         for (const auto& argument : arguments)
             values.push_back(Value::Utf8(argument));
         arguments_ = Value::FromArray(ArrayData::FromValues(values).get());

@@ -45,7 +45,7 @@ class LatchedWords {
   public:
     using Iterator = std::deque<LatchedWord>::const_iterator;
 
-    LatchedWords(Iterator begin, Iterator end) : begin_(begin), end_(end) {}
+    LatchedWords(const Iterator& begin, const Iterator& end) : begin_(begin), end_(end) {}
     Iterator begin() const { return begin_; }
     Iterator end() const { return end_; }
     std::size_t size() const { return static_cast<std::size_t>(end_ - begin_); }
