@@ -30,6 +30,11 @@ class ClockViewTest : public WindowTest {
             Canvas(), Qt::LeftButton, {},
             {(shape.Left + shape.Width / 2) / kTwips, (shape.Top + shape.Height / 2) / kTwips});
     }
+    void MoveTo(const QPoint& at) {
+        QMouseEvent move(QEvent::MouseMove, at, Canvas()->mapToGlobal(at), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(Canvas(), &move);
+    }
     QWidget* Canvas() { return Find("cbClkInputMux(1)")->parentWidget(); }
     void Choose(const char* name, int entry) {
         auto* list = Find<QComboBox>(name);
@@ -68,9 +73,9 @@ TEST_F(ClockViewTest, a_click_on_a_terminal_of_the_input_mux_selects_its_input) 
 TEST_F(ClockViewTest, a_terminal_wears_its_mark_only_while_the_mouse_is_over_it) {
     const Shape& terminal = Block().panel.shpCLK[clk_shape::kVcoTerminal];
     const QPoint at(terminal.Left / 15 + 2, terminal.Top / 15 + 2);
-    QTest::mouseMove(Canvas(), at);
+    MoveTo(at);
     EXPECT_EQ(terminal.BorderColor, colors::kRed);
-    QTest::mouseMove(Canvas(), QPoint(1, 1));
+    MoveTo({1, 1});
     EXPECT_EQ(terminal.BorderColor, colors::kBlack);
 }
 
