@@ -10,8 +10,8 @@ namespace {
 
 // Widths and gaps in steps of the grid.
 constexpr int kMargin = 2, kGap = 4, kSourceBox = 11, kUnitWidth = 4, kCircle = 6;
-constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 22, kDividerWidth = 26;
-constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 15, kTerminalPitch = 4;
+constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 21, kDividerWidth = 25;
+constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 13, kTerminalPitch = 4;
 constexpr int kNameWidth = 11, kDivWidth = 13, kDelayWidth = 17, kMuxColumn = 22, kOutputWidth = 15,
               kFrequencyWidth = 18, kColumnGap = 3, kRowLead = 6;
 constexpr int kTableWidth = kNameWidth + kDivWidth + kDelayWidth + kMuxColumn + kOutputWidth +

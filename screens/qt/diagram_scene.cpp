@@ -10,6 +10,7 @@
 #include <QToolTip>
 
 #include "screens/qt/metrics.h"
+#include "screens/qt/model_text.h"
 #include "screens/qt/paint.h"
 #include "screens/qt/theme.h"
 
@@ -22,6 +23,7 @@ using Tone = DiagramItem::Tone;
 
 constexpr double kWireWidth = 1.5;
 constexpr double kActiveWidth = 2.5;
+constexpr double kLongestPin = 14; // grid units of a pin's name, before it elides
 
 double Unit() {
     return Metrics::Now().unit;
@@ -182,7 +184,7 @@ void PaintOutline(QPainter& painter, const DiagramItem& item) {
 }
 
 QRectF PinName(const DiagramItem& item) {
-    const double width = QFontMetricsF(FontOf(Tone::Strong)).horizontalAdvance(item.text) + 2;
+    const double width = PinNameWidth(item.text);
     const double height = Metrics::Now().textHeight;
     const QPointF c = item.rect.center();
     return {c.x() - width / 2, c.y() - Unit() - height, width, height};
@@ -235,6 +237,11 @@ QRectF Square(const QPointF& centre, double side) {
 
 } // namespace
 
+double PinNameWidth(const QString& name) {
+    const double width = QFontMetricsF(FontOf(Tone::Strong)).horizontalAdvance(name) + 2;
+    return std::min(width, kLongestPin * Unit());
+}
+
 double BlockNameHeight() {
     return Unit() + QFontMetricsF(FontOf(Tone::Name)).height();
 }
@@ -278,6 +285,7 @@ DiagramItem& DiagramScene::Dot(const QPointF& at) {
 DiagramItem& DiagramScene::Pin(const QPointF& at, const QString& name) {
     DiagramItem& item = Add(Kind::Pin, Square(at, 1.25 * Unit()));
     item.text = name;
+    if (!name.isEmpty()) item.tip = TipText(ToModel(name));
     return item;
 }
 

@@ -27,6 +27,7 @@ struct DiagramItem {
         Oscillator, ///< Circle with a sine, as large as `rect`.
         Wire,       ///< Signal line through `points`; an arrowhead at its end when `arrow`.
         Dot,        ///< Where a wire branches, in the middle of `rect`.
+<<<<<<< HEAD
         Pin,        ///< Small square in the middle of `rect`; its name `text` above it.
         Text,       ///< `text` in `rect`, by `align` and `tone`.
         LowPass,    ///< A loop filter's curve in `rect`.
@@ -34,6 +35,13 @@ struct DiagramItem {
         Frame,      ///< Dashed frame round what belongs together.
         Symbol,     ///< Closed outline through `points`, drawn like a block.
         Outline     ///< Frame round what the hand is at, in the colour `meaning`; white: accent.
+=======
+        Pin,     ///< Small square in the middle of `rect`; its name `text` above it, and its tip.
+        Text,    ///< `text` in `rect`, by `align` and `tone`.
+        LowPass, ///< A loop filter's curve in `rect`.
+        Buffer,  ///< Triangle that points right.
+        Frame    ///< Dashed frame round what belongs together.
+>>>>>>> pll-view
     };
     enum class Tone { Name, Unit, Value, Strong };
 
@@ -105,5 +113,7 @@ class DiagramCanvas : public PageContent {
 /// Height of a block's name line, its distance from the top edge included: what stands in a block
 /// begins below it.
 double BlockNameHeight();
+/// Room that a pin's name takes; a very long one elides and stays whole in the tip.
+double PinNameWidth(const QString& name);
 
 } // namespace zentrel::view

@@ -54,6 +54,11 @@ void DiagramToggle::keyPressEvent(QKeyEvent* event) {
     QAbstractButton::keyPressEvent(event);
 }
 
+void DiagramToggle::mousePressEvent(QMouseEvent* event) {
+    QAbstractButton::mousePressEvent(event);
+    event->accept(); // The release of any button comes here too.
+}
+
 void DiagramToggle::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) return QAbstractButton::mouseReleaseEvent(event);
     event->accept();

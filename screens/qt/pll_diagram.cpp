@@ -5,8 +5,6 @@
 #include <functional>
 #include <vector>
 
-#include <QFontMetricsF>
-
 #include "screens/field_tip.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
@@ -34,12 +32,14 @@ class Layout {
     explicit Layout(const cPLL& pll) : pll_(pll), panel_(pll.panel), unit_(Metrics::Now().unit) {}
 
     PllDiagram Run() {
+        backRow_ = kBackTop + name_ + 0.5 + box_ / 2;
+        const double button = PinNameWidth(FromModel(panel_.txtGetPLLBits.Caption)) / unit_ + 4;
+        Place("txtGetPLLBits", kMargin, backRow_ - box_ / 2, button);
+        leastBack_ = kMargin + button + kGap;
         const double detector = Reference();
         const double branch = Loop(detector);
         Feedback(detector, branch);
         Outputs();
-        const double button = TextWidth(panel_.txtGetPLLBits.Caption) + 4;
-        Place("txtGetPLLBits", kMargin, backRow_ - box_ / 2, button);
         return std::move(diagram_);
     }
 
@@ -162,11 +162,13 @@ class Layout {
     }
 
     double Branches(double right) {
-        const double branch = right + 2;
+        const double branch = std::max(right + 2, leastBack_ + BackWidth());
         const bool pin = panel_.linpll[pll_diagram::kFoutLine].Visible;
-        hasOutput_[0] = panel_.linpll[pll_diagram::kOut0Line].Visible || panel_.txtOUT0_DIV.Visible;
+        hasOutput_[0] = panel_.linpll[pll_diagram::kOut0Line].Visible ||
+                        panel_.txtOUT0_DIV.Visible || panel_.txtOUT0.Visible;
         hasOutput_[1] = panel_.linpll[pll_diagram::kOut1Line].Visible ||
-                        panel_.txtOUT1_DIV.Visible || panel_.lblPLLOut1Pin.Visible;
+                        panel_.txtOUT1_DIV.Visible || panel_.txtOUT1.Visible ||
+                        panel_.lblPLLOut1Pin.Visible;
         const bool outputs = hasOutput_[0] || hasOutput_[1];
         trunk_ = outputs ? branch + 2.5 : branch;
         double end = trunk_;
@@ -190,34 +192,41 @@ class Layout {
         std::function<void(const QRectF&)> draw;
     };
 
-    void Feedback(double detector, double branch) {
-        const bool counter = panel_.txtNCounter.Visible;
-        const double field = BoxWidth(9, true);
-        const bool fraction = panel_.txtFractNum.Visible || panel_.txtFractDen.Visible;
-        const double inner = fraction ? 2 * field + 2.5 : BoxWidth(13, true);
-        const double width = counter ? inner + 3 : 0;
-        backRow_ = kBackTop + name_ + 0.5 + box_ / 2;
-        const std::vector<Back> chain = BackChain();
+    bool hasFraction() const { return panel_.txtFractNum.Visible || panel_.txtFractDen.Visible; }
+
+    double CounterWidth() const {
+        if (hasFraction()) return 2 * BoxWidth(9, true) + 5.5;
+        return panel_.txtNCounter.Visible ? BoxWidth(13, true) + 3 : 0;
+    }
+
+    // Of the way back as a whole, from the N counter to where it branches off.
+    double BackWidth() {
         const Label& fin = panel_.lblPLLFinPin;
-        const double finRoom = fin.Visible ? std::max(3.0, NameWidth(fin) + 1) : 0;
-        double taken = width + finRoom + kGap;
-        for (const Back& block : chain)
-            taken += block.width + kGap;
-        const double left = std::max(kMargin + 14, std::min(detector - 14, branch - taken));
-        double x = left + width;
-        if (counter) Counter({left, kBackTop, width, CounterHeight(fraction)}, field, fraction);
+        double width =
+            CounterWidth() + kGap + (fin.Visible ? std::max(3.0, NameWidth(fin) + 1) : 0);
+        for (const Back& block : BackChain())
+            width += block.width + kGap;
+        return width;
+    }
+
+    void Feedback(double detector, double branch) {
+        const double width = CounterWidth();
+        const double left = std::max(leastBack_, std::min(detector - 14, branch - BackWidth()));
+        if (width > 0) Counter({left, kBackTop, width, CounterHeight()});
         const double corner = std::min(left, detector) - 4;
         Wire({{left, backRow_},
               {corner, backRow_},
               {corner, kFeedbackInput},
               {detector, kFeedbackInput}});
-        for (const Back& block : chain) {
+        double x = left + width;
+        for (const Back& block : BackChain()) {
             const QRectF rect(x + kGap, backRow_ - block.height / 2, block.width, block.height);
             Wire({{rect.left(), backRow_}, {x, backRow_}});
             block.draw(rect);
             x = rect.right();
         }
         Wire({{branch, kLoopRow}, {branch, backRow_}, {x, backRow_}});
+        const Label& fin = panel_.lblPLLFinPin;
         if (fin.Visible) Pin(branch - std::max(1.5, NameWidth(fin) / 2 + 0.5), backRow_, fin);
     }
 
@@ -254,75 +263,78 @@ class Layout {
             Place("pllManualDivide", rect.left() + 1.5, rect.top() + name_ + 0.5, rect.width() - 3);
     }
 
-    double CounterHeight(bool fraction) const {
-        return name_ + 0.5 + box_ + (fraction ? 1.0 + kLine + box_ : 0.0) + 1.5;
+    double CounterHeight() const {
+        return name_ + 0.5 + box_ + (hasFraction() ? 1.0 + kLine + box_ : 0.0) + 1.5;
     }
 
-    void Counter(const QRectF& rect, double field, bool fraction) {
+    void Counter(const QRectF& rect) {
         Block(rect, Name(9)).tip = Tip(pll_.NCounterName(), "txtNCounter");
         const double left = rect.left() + 1.5;
         const double top = rect.top() + name_ + 0.5;
         Place("txtNCounter", left, top, rect.width() - 3);
-        bottom_ = rect.bottom();
-        if (!fraction) return;
+        if (!hasFraction()) return;
         Text({left, top + box_ + 0.75, 20, kLine}, Name(pll_diagram::kFractionLabel), Tone::Name,
              Qt::AlignLeft | Qt::AlignVCenter);
         const double second = top + box_ + 1.0 + kLine;
+        const double field = BoxWidth(9, true);
         Place("txtFractNum", left, second, field);
         Text({left + field, second, 2.5, box_}, QStringLiteral("/"), Tone::Value);
         Place("txtFractDen", left + field + 2.5, second, field);
     }
 
+    struct Output {
+        const Label& pin;
+        const TextBox& divider;
+        const TextBox& frequency;
+        std::string_view dividerName, frequencyName;
+        bool fromTrunk, toPin;
+    };
+
     void Outputs() {
-        double row = backRow_ + 9;
-        double last = kLoopRow;
-        const struct {
-            const Label& pin;
-            const TextBox& divider;
-            const TextBox& frequency;
-            std::string_view dividerName, frequencyName;
-            bool trunk, toPin;
-        } outputs[] = {
+        const Output outputs[] = {
             {panel_.lblPLLOut0Pin, panel_.txtOUT0_DIV, panel_.txtOUT0, "txtOUT0_DIV", "txtOUT0",
              panel_.linpll[pll_diagram::kOut0Line].Visible,
              panel_.linpll[pll_diagram::kOut0PinLine].Visible},
             {panel_.lblPLLOut1Pin, panel_.txtOUT1_DIV, panel_.txtOUT1, "txtOUT1_DIV", "txtOUT1",
              panel_.linpll[pll_diagram::kOut1Line].Visible, true},
         };
-        for (int output = 0; output < 2; ++output) {
-            if (!hasOutput_[output]) continue;
-            const auto& o = outputs[output];
-            const double left = trunk_ + 3;
-            const double width = BoxWidth(11, false);
-            double right = left + 5;
-            if (o.trunk) {
+        double row = backRow_ + 9;
+        double last = kLoopRow;
+        for (int at = 0; at < 2; ++at) {
+            if (!hasOutput_[at]) continue;
+            if (outputs[at].fromTrunk) {
                 if (last > kLoopRow) Dot(trunk_, last);
-                Wire({{trunk_, last}, {trunk_, row}, {left, row}});
+                Wire({{trunk_, last}, {trunk_, row}, {trunk_ + 3, row}});
                 last = row;
             }
-            if (o.divider.Visible) {
-                const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);
-                Block(block, {}).tip = Tip(o.divider.Tag);
-                const double box = BoxWidth(4, true);
-                Text({left, block.top(), width - box - 1, block.height()}, QStringLiteral("÷"),
-                     Tone::Value);
-                Place(o.dividerName, block.right() - 1 - box, block.top() + 1, box);
-                right = block.right();
-            } else {
-                diagram_.scene.Buffer(Px({left, row - 2.5, 5, 5}));
-            }
-            if (o.pin.Visible) {
-                const double pin = right + std::max(4.0, NameWidth(o.pin) / 2 + 0.5);
-                if (o.toPin) Wire({{right, row}, {pin - 0.6, row}});
-                Pin(pin, row, o.pin);
-            }
-            if (o.frequency.Visible) {
-                const double top = row + box_ / 2 + 2;
-                Place(o.frequencyName, left, top, width);
-                Unit(left + width, top, 7);
-            }
+            DrawOutput(outputs[at], trunk_ + 3, row);
             row += 2 * box_ + 6;
         }
+    }
+
+    void DrawOutput(const Output& output, double left, double row) {
+        const double width = BoxWidth(11, false);
+        double right = left + 5;
+        if (output.divider.Visible) {
+            const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);
+            Block(block, {}).tip = Tip(output.divider.Tag);
+            const double box = BoxWidth(4, true);
+            Text({left, block.top(), width - box - 1, block.height()}, QStringLiteral("÷"),
+                 Tone::Value);
+            right = block.right();
+            Place(output.dividerName, right - 1 - box, block.top() + 1, box);
+        } else {
+            diagram_.scene.Buffer(Px({left, row - 2.5, 5, 5}));
+        }
+        if (output.pin.Visible) {
+            const double pin = right + std::max(4.0, NameWidth(output.pin) / 2 + 0.5);
+            if (output.toPin) Wire({{right, row}, {pin - 0.6, row}});
+            Pin(pin, row, output.pin);
+        }
+        if (!output.frequency.Visible) return;
+        const double top = row + box_ / 2 + 2;
+        Place(output.frequencyName, left, top, width);
+        Unit(left + width, top, 7);
     }
 
     // Pieces.
@@ -337,10 +349,9 @@ class Layout {
         const double width = Metrics::Now().DigitsWidth(digits) / unit_;
         return std::ceil(width + (spinner ? 2.5 : 0.0));
     }
-    double TextWidth(std::string_view text) const {
-        return QFontMetricsF(UiFont(0, true)).horizontalAdvance(FromModel(text)) / unit_;
+    double NameWidth(const Label& pin) const {
+        return PinNameWidth(FromModel(pin.Caption)) / unit_;
     }
-    double NameWidth(const Label& pin) const { return TextWidth(pin.Caption); }
     QString Name(int label) const {
         const Label& text = panel_.lblPLL[static_cast<std::size_t>(label)];
         return text.Visible ? FromModel(text.Caption) : QString();
@@ -396,7 +407,10 @@ class Layout {
     double box_ = Metrics::Now().boxHeight / unit_;
     double name_ = BlockNameHeight() / unit_;
     PllDiagram diagram_;
-    double backRow_ = 0, bottom_ = 0, vco_ = 0, trunk_ = 0;
+    double backRow_ = 0;   // the wire of the way back
+    double leastBack_ = 0; // where the way back may begin, right of the button
+    double vco_ = 0;       // where the VCO's wire begins
+    double trunk_ = 0;     // the wire down to the outputs
     bool hasOutput_[2] = {};
 };
 

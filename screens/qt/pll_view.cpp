@@ -186,6 +186,7 @@ void PllView::AddToggle(std::string_view name, const QString& accessible) {
 void PllView::AddButton() {
     bits_ = new PushButton(hand_, pll_->panel.txtGetPLLBits, Action(txtGetPLLBits_Click), canvas_);
     bits_->setObjectName(NameOf("txtGetPLLBits"));
+    bits_->setAccessibleName(QStringLiteral("Show the fields behind this diagram"));
 }
 
 void PllView::Sync() {

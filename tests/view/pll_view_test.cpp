@@ -1,9 +1,8 @@
 #include <QAbstractButton>
 #include <QLineEdit>
-#include <QScrollArea>
 
-#include "screens/qt/metrics.h"
 #include "synth/pll.h"
+#include "synth/synth_div.h"
 #include "tests/view/window_fixture.h"
 
 namespace zentrel {
@@ -20,6 +19,20 @@ class PllViewTest : public WindowTest {
         box->setFocus();
         box->selectAll();
         QTest::keyClicks(box, text);
+    }
+    void ExpectNoOverlap(const char* device) {
+        const QWidget* canvas = Find<QLineEdit>("txtOsc(1)")->parentWidget();
+        std::vector<const QWidget*> shown;
+        for (const QWidget* one : canvas->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (!one->isVisible()) continue;
+            const std::string name = one->objectName().toStdString();
+            EXPECT_TRUE(canvas->rect().contains(one->geometry())) << device << " " << name;
+            EXPECT_FALSE(one->accessibleName().isEmpty()) << device << " " << name;
+            for (const QWidget* other : shown)
+                EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+                    << device << " " << name << " " << other->objectName().toStdString();
+            shown.push_back(one);
+        }
     }
 };
 
@@ -78,21 +91,19 @@ TEST_F(PllViewTest, what_the_block_lacks_is_absent_and_nothing_overlaps) {
         const bool fraction = !pll().NumeratorName().empty();
         EXPECT_EQ(Find<QLineEdit>("txtFractNum(1)")->isVisible(), fraction) << device;
         EXPECT_EQ(Find<QWidget>("lblDoubler(1)")->isVisible(), !pll().OSC2X().empty()) << device;
-        std::vector<QWidget*> shown;
-        QWidget* canvas = Find<QLineEdit>("txtOsc(1)")->parentWidget();
-        for (QWidget* widget : canvas->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (widget->isVisible()) shown.push_back(widget);
-        for (const QWidget* one : shown) {
-            EXPECT_TRUE(canvas->rect().contains(one->geometry()))
-                << one->objectName().toStdString();
-            EXPECT_FALSE(one->accessibleName().isEmpty() && one->objectName().startsWith("txtGet"))
-                << device;
-            for (const QWidget* other : shown)
-                EXPECT_TRUE(one == other || !one->geometry().intersects(other->geometry()))
-                    << device << " " << one->objectName().toStdString() << " "
-                    << other->objectName().toStdString();
-        }
+        ExpectNoOverlap(device);
     }
+}
+
+TEST_F(PllViewTest, dividers_that_a_script_shows_find_room_on_the_way_back) {
+    Show("QVX2874");
+    program_->frm().guard.Run([&] {
+        ShowSynthDiv(part(), 1);
+        SetShowExtraDiv(part(), true, 1);
+        SetShowManualDiv(part(), true, 1);
+    });
+    EXPECT_TRUE(Find<QLineEdit>("pllManualDivide(1)")->isVisible());
+    ExpectNoOverlap("QVX2874 with all dividers");
 }
 
 TEST_F(PllViewTest, the_tab_key_walks_along_the_signal) {
