@@ -59,9 +59,8 @@ void Program::MakeWindow() {
         frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, frm_.loopFilter,
         bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
     window_->SetPageMaker([this](int tab, QWidget* parent) -> view::ScreenView* {
-        const view::Hand& hand = window_->hand();
-        if (auto* page = view::MakePllPage(hand, part_, tab, parent)) return page;
-        return view::MakeClockPage(hand, part_, frm_.loopFilter, tab, parent);
+        if (auto* page = view::MakePllPage(window_->hand(), part_, tab, parent)) return page;
+        return view::MakeClockPage(window_->hand(), part_, frm_.loopFilter, tab, parent);
     });
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());

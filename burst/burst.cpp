@@ -127,6 +127,7 @@ void cBurst::PlayLoad() const {
 }
 
 void cBurst::PlayPins() const {
+    if (vector_.empty()) return;
     const std::int16_t state = vector_.front();
     if (part_.session().isUsb()) {
         usbSendPins(part_, state);

@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <string>
+#include <utility>
 
 #include "burst/burst_list.h"
 #include "device/part.h"
@@ -56,7 +57,26 @@ void BurstScreen::Clear() {
 void BurstScreen::UpdateBurstDisplay() {
     const UpdatingScope updating(part_);
     const DisplayScope display(part_);
-    panel.txtBurstCmds.Text = BurstText(part_);
+    ShowText(BurstText(part_));
+}
+
+void BurstScreen::ShowText(std::string text) {
+    TextBox& box = panel.txtBurstCmds;
+    if (box.Text == text) return;
+    // What was selected has moved or gone: the next addition goes to the end.
+    box.Text = std::move(text);
+    box.SelStart = box.SelLength = 0;
+}
+
+void BurstScreen::FollowSelection() {
+    const TextBox& box = panel.txtBurstCmds;
+    if (box.SelLength > 0) panel.SelectedBurstLine = LineUnderCaret();
+}
+
+int BurstScreen::LineUnderCaret() const {
+    const TextBox& box = panel.txtBurstCmds;
+    const auto caret = std::clamp(box.SelStart, 0, static_cast<int>(box.Text.size()));
+    return 1 + static_cast<int>(std::count(box.Text.begin(), box.Text.begin() + caret, '\n'));
 }
 
 void BurstScreen::ClickList() {
@@ -64,7 +84,7 @@ void BurstScreen::ClickList() {
     if (box.Text.empty()) return;
     const auto length = static_cast<int>(box.Text.size());
     const auto caret = box.Text.begin() + std::clamp(box.SelStart, 0, length);
-    panel.SelectedBurstLine = 1 + static_cast<int>(std::count(box.Text.begin(), caret, '\n'));
+    panel.SelectedBurstLine = LineUnderCaret();
     const auto before = std::find(std::make_reverse_iterator(caret), box.Text.rend(), '\n');
     const auto start = static_cast<int>(before.base() - box.Text.begin());
     if (start > length - kLeastSelection) return;
@@ -133,7 +153,7 @@ void BurstScreen::ClickLEMode() {
 
 void BurstScreen::DisplayBurstVector() {
     const UpdatingScope updating(part_);
-    panel.txtBurstCmds.Text = BurstPatternText(part_);
+    ShowText(BurstPatternText(part_));
 }
 
 } // namespace zentrel

@@ -33,6 +33,8 @@ class BurstScreen {
     /// A click or double click in the list, the caret where it left it.
     void ClickList();
     void DoubleClickList();
+    /// A selection that was dragged or made by keys: its first line counts as the selected one.
+    void FollowSelection();
     /// A choice in the list of registers: adds a load.
     void ChooseRegister(int index);
     void ClickDelay();
@@ -47,6 +49,8 @@ class BurstScreen {
     void DisplayBurstVector();
 
   private:
+    void ShowText(std::string text);
+    int LineUnderCaret() const;
     void Add(std::string_view regName, std::int16_t cmd);
 
     cPart& part_;

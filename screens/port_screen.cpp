@@ -216,6 +216,8 @@ void PortScreen::UpdatePortDisplay() {
         const int route = session.isUsb() ? kUsb : kLpt;
         if (!CommMode[static_cast<std::size_t>(route)].Value) SelectCommMode(route);
         EnableLPTOptions(session.isLpt());
+    } else {
+        part_.upward().status->StatusBar_CommMode(session.CommMode_Select);
     }
     // The route may be the last device's: then no option has changed, and the pins are new.
     ApplyPinLabeling();
@@ -266,6 +268,9 @@ void PortScreen::AddPinRow(const cPrgmPin& pin) {
 
 void PortScreen::Clear() {
     rows_ = 0;
+    // The next device selects its route anew, which sets the bridge up for its pins and format.
+    for (Option& mode : CommMode)
+        mode.Value = false;
     fraExternalPin.resize(1);
     optPrgmBit.resize(kPinOptions);
     for (Option& option : optPrgmBit)

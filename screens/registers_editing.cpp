@@ -32,6 +32,10 @@ bool RegistersScreen::InControlBits(int row, int position) const {
     return msbFirst_ ? position > TextWidth(row) - control : position < control;
 }
 
+Color RegistersScreen::CaretColor(int row, int position) const {
+    return InControlBits(row, position) ? colors::kBlue : colors::kRed;
+}
+
 void RegistersScreen::RestColors() {
     for (int row = 0; row < rows_; ++row)
         ColorRow(row, colors::kButtonText);
@@ -77,10 +81,9 @@ void RegistersScreen::ClickBits(int row, int position) {
 void RegistersScreen::RedoClick(int row) {
     TextBox& bits = Bits(row);
     const int position = std::min(bits.SelStart, TextWidth(row));
-    const bool control = InControlBits(row, position);
     bits.SelStart = ColumnStart(position);
-    bits.SelLength = control ? 0 : 1;
-    PlaceMarker(row, bits.SelStart, control ? colors::kBlue : colors::kRed);
+    bits.SelLength = InControlBits(row, position) ? 0 : 1;
+    PlaceMarker(row, bits.SelStart, CaretColor(row, position));
     ShowHex(row);
 }
 
@@ -100,7 +103,7 @@ void RegistersScreen::KeyDown(int row, Arrow arrow) {
     const int position = Bits(row).SelStart;
     const int width = TextWidth(row);
     const int control = kColumn * part_.ControlLength;
-    const auto step = [&](int by) { MoveTo(row, position + by, colors::kRed); };
+    const auto step = [&](int by) { MoveTo(row, position + by, CaretColor(row, position + by)); };
 
     switch (arrow) {
     case Arrow::Left:
@@ -151,7 +154,7 @@ void RegistersScreen::StepTowardsMsb(int row) {
     const int position = Bits(row).SelStart;
     int next = msbFirst_ ? position - kColumn : position + kColumn;
     if (next < 0 || next >= TextWidth(row)) next = position;
-    MoveTo(row, next, InControlBits(row, next) ? colors::kBlue : colors::kRed);
+    MoveTo(row, next, CaretColor(row, next));
 }
 
 } // namespace zentrel

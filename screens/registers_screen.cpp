@@ -18,8 +18,6 @@ namespace zentrel {
 namespace {
 
 constexpr int kTwipsPerDigit = 180;
-constexpr std::int16_t kHexDigits = 7;
-constexpr std::int16_t kHexGroup = 4;
 
 constexpr std::array<std::string_view, 3> kBases{"Binary", "Decimal", "Hex"};
 enum Base { kBinary, kDecimal, kHex };
@@ -151,8 +149,7 @@ void RegistersScreen::TabSelected(int now) {
     constexpr int kThisTab = 1;
     if (now == kThisTab) {
         RestColors();
-        shpBitHiLite.Visible = false;
-        marker_ = {};
+        HideMarker(); // and the value that an edit on another tab has shown again
     } else {
         vscRegisters.Visible = false;
         lblHexDisplay.Visible = lblHexValue.Visible = false;

@@ -43,6 +43,10 @@ class RegistersScreen {
     ElementArray<Option> oReadbackBase; ///< Binary, decimal, hexadecimal.
     TextBox txtReadbackRegVal;
 
+    /// A word in `lblHexRegValue`: its fewest digits, and the digits of a group.
+    static constexpr std::int16_t kHexDigits = 7;
+    static constexpr std::int16_t kHexGroup = 4;
+
     /// Rows in use.
     int RowCount() const { return rows_; }
     /// From this row on the second ruler serves, on a device that has so many.
@@ -116,6 +120,8 @@ class RegistersScreen {
     int TextWidth(int row) const;
     void MakeTemplate();
     void ShowReadback(bool visible);
+    /// Red where a bit can be edited, blue in the control bits.
+    Color CaretColor(int row, int position) const;
     void RestColors();
     void ColorRow(int row, Color color);
     void MoveTo(int row, int position, Color color);

@@ -2,13 +2,16 @@
 # and .ci/run; this is the one place that names them.
 
 # Builds the program: compiler, CMake with Ninja; the windows (Qt Widgets and D-Bus, with the
-# platform plugins that show them on X11 and without a display); a font for both.
-run_packages=(g++ cmake ninja-build qt6-base-dev qt6-qpa-plugins fonts-dejavu-core)
+# platform plugins that show them on X11 and without a display); a font for both; libusb for the
+# bridge and libudev for its coming and going, which pkg-config finds.
+run_packages=(g++ cmake ninja-build qt6-base-dev qt6-qpa-plugins fonts-dejavu-core
+  libusb-1.0-0-dev libudev-dev pkg-config)
 
 # Builds the tests and benchmarks: GoogleTest and Google Benchmark; libinih as the yardstick of the
-# ini reader and Lua as that of the script engine; a session bus for the tests that need one.
+# ini reader and Lua as that of the script engine; a session bus for the tests that need one;
+# umockdev, which plays the kernel for the drivers of real ports.
 test_packages=("${run_packages[@]}" libgtest-dev libgmock-dev libbenchmark-dev libinih-dev
-  liblua5.4-dev dbus)
+  liblua5.4-dev dbus umockdev libumockdev-dev)
 
 # The checks: formatter, linter, and clang's runtime for the fuzz targets.
 check_packages=("${test_packages[@]}" clang clang-format clang-tidy)

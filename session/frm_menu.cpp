@@ -8,6 +8,7 @@
 #include "transport/auto_reload.h"
 #include "transport/checks.h"
 #include "transport/load_path.h"
+#include "transport/transport.h"
 #include "transport/usb_bridge.h"
 
 namespace zentrel {
@@ -70,8 +71,15 @@ void FrmPart::ConnectLinks() {
 }
 
 void FrmPart::TellStatus() {
-    messages.Show("LPT Status = " + std::to_string(session.lpt_port_access) +
-                  "\r\nUSB Status = " + std::to_string(usbGetError(part)));
+    std::string text = "LPT Status = " + std::to_string(session.lpt_port_access) +
+                       "\r\nUSB Status = " + std::to_string(usbGetError(part));
+    if (Transport* transport = part.transport()) {
+        for (const std::string& reason :
+             {transport->port().Diagnosis(), transport->bridge().Diagnosis()}) {
+            if (!reason.empty()) text += "\r\n\r\n" + reason;
+        }
+    }
+    messages.Show(text);
 }
 
 void FrmPart::SetBench(bool simulated) {

@@ -145,10 +145,23 @@ void FrmPart::ClearForm() {
     ClearScreens();
 }
 
+// A device of no file had nothing to lose.
+bool FrmPart::PartFileStands() {
+    if (!files.View(PartFile()).Text().empty()) return true;
+    if (!part.Registers.empty()) {
+        messages.Show(PartFile() + " has gone. The settings of " + part.ID +
+                          " couldn't be saved in it.",
+                      {}, MessageIcon::Exclamation);
+    }
+    return false;
+}
+
 // Whatever fails here is told, and the device is left all the same: there is no other way on.
 void FrmPart::SaveOnLeaving() {
     try {
-        if (menu("mnuSaveDeviceSettings").Checked) SaveDeviceSettings(part, files);
+        if (menu("mnuSaveDeviceSettings").Checked && PartFileStands()) {
+            SaveDeviceSettings(part, files);
+        }
     } catch (const std::exception& error) {
         messages.Show(error.what(), {}, MessageIcon::Exclamation);
     }

@@ -142,6 +142,7 @@ class FrmPart {
     void ConnectToggle(std::string_view name, std::function<void(bool checked)> changed);
     void ShowBench(bool simulated);
     void TellStatus();
+    bool PartFileStands();
     void SaveOnLeaving();
     void ClearScreens();
 

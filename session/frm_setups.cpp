@@ -25,6 +25,7 @@ void FrmPart::ConnectSetups() {
 }
 
 void FrmPart::AddMode() {
+    if (part.ID.empty()) return; // There is no file to keep it in.
     const auto name =
         messages.Ask("Enter Name of Mode for pulldown menu item", "Menu Name", "Recieve Mode");
     if (!name || name->empty()) return;

@@ -122,8 +122,8 @@ std::string PartLoader::Named(std::string_view section, std::string_view word, i
 
 void PartLoader::Note(std::string_view section, std::string key, std::string value,
                       std::string used) {
-    definition_.problems.push_back(
-        {path_, std::string(section), std::move(key), std::move(value), std::move(used)});
+    definition_.problems.push_back({frm_.files.RealPath(path_), std::string(section),
+                                    std::move(key), std::move(value), std::move(used)});
 }
 
 void PartLoader::TellProblems() {

@@ -35,6 +35,8 @@ bool SaveDeviceSettings(cPart& part, IniFiles& files) {
         write("REGISTERS", "VALUE" + KeyNumber(reg.entry), WordText(reg.Value()));
     }
     for (const cPLL& pll : part.PLLs) {
+        // A box that no refresh could fill says nothing about the crystal.
+        if (pll.panel.txtOsc.Text.empty()) continue;
         write("PLLS", "OSCIN" + KeyNumber(pll.entry), pll.panel.txtOsc.Text);
     }
     for (const cClkDist& block : part.ClkDists) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace zentrel {
 
@@ -25,6 +26,9 @@ class BridgeLibrary {
     /// Waits for bytes, at most for the library's time limit, and returns how many of them it put
     /// into `buffer`: part of a packet, one packet or several; 0 when none came.
     virtual std::int16_t usbReceiveCmdData(std::uint8_t* buffer, std::int16_t max) = 0;
+    /// Why an attached bridge can't be used and what helps, in lines; empty when there is none, or
+    /// when all is well.
+    virtual std::string Diagnosis() const { return {}; }
 };
 
 } // namespace zentrel

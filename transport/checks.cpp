@@ -6,6 +6,7 @@
 #include "device/number_text.h"
 #include "device/part.h"
 #include "transport/lpt_route.h"
+#include "transport/transport.h"
 #include "transport/usb_bridge.h"
 
 namespace zentrel {
@@ -32,14 +33,18 @@ std::string TextOf(const UsbReply& reply) {
 
 void CheckLPT(cPart& part) {
     const bool opened = ReopenPortDriver(part);
-    part.upward().messages->Show(
+    std::string text =
         opened ? "Successfully opened LPT driver.\n\n"
                  "This does not confirm proper selection of LPT port."
                : "Failed to open LPT driver\n\n"
                  "* Is another instance of Zentrel open?  Check Task Manager.\n\n"
                  "* In the system BIOS is ECP or Standard output mode selected?  Don't use EPP.\n\n"
                  "* Is the user logged in running with Administrator rights?\n\n"
-                 "* Did the user which installed Zentrel have Administrator rights?");
+                 "* Did the user which installed Zentrel have Administrator rights?";
+    const std::string reason =
+        part.transport() == nullptr ? "" : part.transport()->port().Diagnosis();
+    if (!opened && !reason.empty()) text += "\n\n" + reason;
+    part.upward().messages->Show(text);
 }
 
 void USBVersion(cPart& part) {

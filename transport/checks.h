@@ -5,7 +5,8 @@ namespace zentrel {
 
 class cPart;
 
-/// "Check LPT": opens the port driver anew and says whether that worked.
+/// "Check LPT": opens the port driver anew and says whether that worked, with the driver's own
+/// reason below when it knows one.
 void CheckLPT(cPart& part);
 /// "USB Version": shows the bridge's answer, which begins with the opcode, a line feed.
 void USBVersion(cPart& part);

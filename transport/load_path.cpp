@@ -15,8 +15,8 @@ constexpr std::string_view kLoadAllHook = "Hook_CheckProgramRegister_LoadAll";
 
 void Load(cPart& part, cRegister& reg) {
     if (part.session().isUsb()) {
-        usbSendSPI(part, reg.word());
-        reg.NoteSent();
+        // A bridge that is absent or gone took nothing.
+        if (usbSendSPI(part, reg.word()) > 0 && usbGetError(part) == 0) reg.NoteSent();
         return;
     }
     Transport* transport = part.transport();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace zentrel {
 
@@ -22,6 +23,8 @@ class PortDriver {
     virtual void WritePort(std::uint16_t address, std::uint8_t value) = 0;
     /// What stands at the address now; the lines of an absent port read 255.
     virtual std::uint8_t ReadPort(std::uint16_t address) = 0;
+    /// Why the port can't be used and what helps, in lines; empty when all is well or unknown.
+    virtual std::string Diagnosis() const { return {}; }
 };
 
 } // namespace zentrel

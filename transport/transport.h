@@ -48,6 +48,10 @@ class Transport final : private DeviceEvents {
     bool hooked() const { return hooked_; }
     void SetHooked(bool value) { hooked_ = value; }
 
+    /// Whether the engineer was told why an attached bridge can't be opened, since it last could.
+    bool advised() const { return advised_; }
+    void SetAdvised(bool value) { advised_ = value; }
+
     /// Bytes from the bridge that no command has used yet.
     ReceiveBuffer& received() { return received_; }
     /// The port states of the word that `LoadRegister` sent last, other pins left out.
@@ -65,6 +69,7 @@ class Transport final : private DeviceEvents {
     TappedBridge tappedBridge_;
     bool registered_ = false;
     bool hooked_ = false;
+    bool advised_ = false;
     ReceiveBuffer received_;
     std::vector<std::int16_t> lastVector_;
 };

@@ -52,6 +52,18 @@ int TakePacket(Transport& transport, PacketBytes& packet) {
     return length;
 }
 
+// A bridge that is there and can't be opened needs the engineer's hand, which silence would hide.
+void AdviseOnce(cPart& part, Transport& transport) {
+    if (transport.bridge().usbGetError() == 0) {
+        transport.SetAdvised(false);
+        return;
+    }
+    const std::string advice = transport.bridge().Diagnosis();
+    if (advice.empty() || transport.advised()) return;
+    transport.SetAdvised(true);
+    part.upward().messages->Show(advice);
+}
+
 } // namespace
 
 void InitUSBInterface(cPart& part) {
@@ -61,6 +73,7 @@ void InitUSBInterface(cPart& part) {
     // The rest of a packet that broke off with the old link would swallow the new one's first
     // reply.
     transport->received().DropBroken();
+    AdviseOnce(part, *transport);
 }
 
 std::int16_t usbGetError(cPart& part) {

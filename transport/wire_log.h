@@ -59,6 +59,7 @@ class TappedPort final : public PortDriver {
     void CloseTVicPort() override;
     void WritePort(std::uint16_t address, std::uint8_t value) override;
     std::uint8_t ReadPort(std::uint16_t address) override;
+    std::string Diagnosis() const override { return below_->Diagnosis(); }
 
   private:
     PortDriver* below_;
@@ -76,6 +77,7 @@ class TappedBridge final : public BridgeLibrary {
     std::int16_t usbConnected() override { return below_->usbConnected(); }
     std::int16_t usbSendCmdData(const std::uint8_t* packet, std::int16_t length) override;
     std::int16_t usbReceiveCmdData(std::uint8_t* buffer, std::int16_t max) override;
+    std::string Diagnosis() const override { return below_->Diagnosis(); }
 
   private:
     BridgeLibrary* below_;

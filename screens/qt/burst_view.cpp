@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 
 #include "screens/burst_screen.h"
 #include "screens/qt/brick.h"
@@ -50,6 +51,10 @@ BurstView::BurstView(const Hand& hand, BurstScreen& model, QWidget* parent)
     list_->setLineWrapMode(QPlainTextEdit::NoWrap);
     list_->setFont(MonospacedFont());
     list_->viewport()->installEventFilter(this);
+    // By drag or by keys: what the engineer sees selected is what an addition goes by.
+    connect(list_, &QPlainTextEdit::selectionChanged, this, [this] {
+        if (!hand_.busy()) WriteSelection();
+    });
     row->addWidget(list_, 1);
     auto* side = new ScrollPage(this);
     side->setWidget(MakeControls());
@@ -133,7 +138,9 @@ void BurstView::SyncList() {
     SyncFlags(*list_, box);
     if (box.Text != shown_) {
         shown_ = box.Text;
+        const int scrolled = list_->verticalScrollBar()->value();
         list_->setPlainText(FromModel(shown_).remove(QLatin1Char('\r')));
+        list_->verticalScrollBar()->setValue(scrolled);
     }
     const int start = ToViewPosition(shown_, box.SelStart);
     const int end = ToViewPosition(shown_, box.SelStart + box.SelLength);
@@ -150,10 +157,19 @@ void BurstView::WriteSelection() {
     const QString text = list_->toPlainText();
     box.SelStart = ToModelPosition(text, cursor.selectionStart());
     box.SelLength = ToModelPosition(text, cursor.selectionEnd()) - box.SelStart;
+    model_.FollowSelection();
 }
 
 bool BurstView::eventFilter(QObject* watched, QEvent* event) {
     const auto type = event->type();
+    if (type == QEvent::MouseButtonPress) {
+        // A press on the selected line is a click like any other, no start of dragging its text.
+        const auto* press = static_cast<QMouseEvent*>(event);
+        if (press->button() == Qt::LeftButton && press->modifiers() == Qt::NoModifier) {
+            const Hand::Busy busy(hand_);
+            list_->setTextCursor(list_->cursorForPosition(press->pos()));
+        }
+    }
     const bool click = type == QEvent::MouseButtonRelease || type == QEvent::MouseButtonDblClick;
     if (!click || static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
         return ScreenView::eventFilter(watched, event);

@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+#include "device/bit_string.h"
 #include "screens/qt/bit_row.h"
 #include "screens/qt/bit_ruler.h"
 #include "screens/qt/brick.h"
@@ -34,6 +35,13 @@ int WidestText(const ElementArray<Label>& labels, const QFont& font, int rows) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(rows) && i < labels.size(); ++i)
         widest = std::max(widest, metrics.horizontalAdvance(FromModel(labels[i].Caption)));
     return widest;
+}
+
+/// The longest hexadecimal text of a word: the words grow digits while they are edited.
+QString Widest(const BitGrid& grid) {
+    std::int16_t digits = RegistersScreen::kHexDigits;
+    return FromModel(
+        "0x" + FormatHexGrouped(BitWord::Ones(grid.bits), digits, RegistersScreen::kHexGroup));
 }
 
 int Step() {
@@ -156,8 +164,9 @@ RegistersView::Columns RegistersView::Measure() const {
         std::min(WidestText(model_.lblRegName2, UiFont(), rows) + 2, m.DigitsWidth(kWidestName));
     c.hexLeft = c.name2Left + c.name2Width + m.Units(2);
     const int caption = QFontMetrics(UiFont()).horizontalAdvance(tr("Hex Value"));
-    c.hexWidth = std::max(WidestText(model_.lblHexRegValue, MonospacedFont(), rows) + m.unit,
-                          caption + m.unit);
+    const int words = std::max(WidestText(model_.lblHexRegValue, MonospacedFont(), rows),
+                               QFontMetrics(MonospacedFont()).horizontalAdvance(Widest(grid_)));
+    c.hexWidth = std::max(words, caption) + m.unit;
     c.readLeft = c.hexLeft + c.hexWidth + m.Units(2);
     const bool read = !model_.cmdReadback.empty() && model_.cmdReadback[0].Visible;
     c.readWidth = read ? m.Units(7) : 0;

@@ -73,6 +73,11 @@ TEST_F(RegistersTab, the_control_bits_are_blue_and_refuse_edits) {
     EXPECT_EQ(Reg(0).Value(), 0);
     EXPECT_EQ(Bits(0).SelStart, MsbColumn(2)) << "the caret stays";
 
+    screen.KeyDown(0, Arrow::Left);
+    EXPECT_EQ(RowColor(0), colors::kBlue) << "bit 3 is a control bit too";
+    screen.KeyDown(0, Arrow::Left);
+    EXPECT_EQ(RowColor(0), colors::kRed);
+
     screen.ClickBits(0, MsbColumn(5));
     screen.KeyDown(0, Arrow::Right);
     EXPECT_EQ(Bits(0).SelStart, MsbColumn(4));
@@ -197,9 +202,12 @@ TEST_F(RegistersTab, leaving_and_coming_back_clears_the_marks) {
     screen.ClickBits(1, MsbColumn(10));
     screen.TabSelected(kBitsTab);
     EXPECT_FALSE(screen.lblHexDisplay.Visible);
+    Reg(1).SetValue(0x5A1); // by a field's own tab
+    screen.UpdateRegisterDisplay();
     screen.TabSelected(kRegistersTab);
     EXPECT_EQ(RowColor(1), colors::kButtonText);
     EXPECT_FALSE(screen.shpBitHiLite.Visible);
+    EXPECT_FALSE(screen.lblHexDisplay.Visible) << "no digit is selected";
 }
 
 TEST_F(RegistersTab, clearing_leaves_the_template) {

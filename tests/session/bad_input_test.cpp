@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "device/number_text.h"
 #include "tests/session/window.h"
@@ -130,6 +131,10 @@ TEST_F(BadInput, values_that_are_no_numbers_take_their_defaults_and_are_told_onc
     ASSERT_EQ(window.boxes.shown.size(), 1U);
     for (const char* key : {"REGISTER_LENGTH", "CLOCK", "LOCATION00", "ENABLED01", "NAME00"})
         EXPECT_THAT(window.boxes.shown[0], HasSubstr(key));
+    const std::string path = (folder.path() / "wrong.ini").string();
+    std::istringstream lines(window.boxes.shown[0]);
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_THAT(line, HasSubstr(path));
 }
 
 TEST_F(BadInput, names_at_the_limits) {

@@ -3,6 +3,8 @@
 
 #include "synth/pll.h"
 #include "tests/session/window.h"
+#include "transport/bench/bench.h"
+#include "transport/load_path.h"
 
 namespace zentrel {
 namespace {
@@ -259,6 +261,33 @@ TEST_F(Load, without_an_engine_the_modules_are_passed_over) {
     folder.WritePart("QVX9008", kScripted);
     window.Load("QVX9008");
     EXPECT_EQ(frm.StatusBar1.StatusBar_GetString(), "Selected device: QVX9008");
+}
+
+TEST_F(Load, a_route_that_doesnt_exist_is_shown_as_it_is_and_chooses_none) {
+    folder.WritePart("QVX9001", kSmallPart);
+    folder.WritePart("QVX9002", "COMM_MODE=lpt\n");
+    window.Load("QVX9001");
+    window.Load("QVX9002");
+    EXPECT_EQ(frm.StatusBar1.Panels[0].Text, "COMM Mode: lpt");
+    EXPECT_FALSE(frm.port.CommMode[0].Value);
+    EXPECT_FALSE(frm.port.CommMode[1].Value);
+}
+
+TEST_F(Load, the_bridge_learns_the_word_format_of_each_device) {
+    SimulatedBench bench(part);
+    const Transport transport(part, bench.drivers());
+    const std::string usb = "COMM_MODE=USB\nCLOCK=1\nDATA=2\nLE=3\n";
+    const std::string word = "[REGISTERS]\nCOUNT=1\nNAME00=R\nVALUE00=";
+    folder.WritePart("QVX9001", usb + "REGISTER_LENGTH=24\n" + word + "1193046\n");
+    folder.WritePart("QVX9002", usb + "REGISTER_LENGTH=32\n" + word + "305419896\n");
+    for (const char* device : {"QVX9001", "QVX9002", "QVX9001"}) {
+        window.Load(device);
+        LoadRegisterNumber(part, 1);
+        EXPECT_THAT(window.boxes.shown, ElementsAre()) << device;
+        ASSERT_FALSE(bench.board.history().empty());
+        EXPECT_EQ(bench.board.history().back().word, part.Registers(1).word()) << device;
+        EXPECT_EQ(bench.board.history().back().clocks, part.RegisterLength());
+    }
 }
 
 } // namespace

@@ -65,6 +65,17 @@ TEST(DeviceSettings, go_to_the_keys_of_their_own_entry_beside_a_left_out_duplica
     EXPECT_THAT(desk.PartFileText(), HasSubstr("VALUE00=1\nVALUE01=2\nVALUE02=77\n"));
 }
 
+TEST(DeviceSettings, keep_the_crystal_of_a_block_whose_boxes_could_not_be_filled) {
+    BenchDesk desk;
+    TempFolder::Write(desk.folder / "ASKEW.ini",
+                      "[SETUP]\nZENTREL_VERSION=2.3.0\n[REGISTERS]\nCOUNT=1\nNAME00=A\n[BITS]\n"
+                      "COUNT=1\nREG00=A\nNAME00=N\nLEN00=8\n[PLLS]\nCOUNT=1\nN00=N\nR00=N\n"
+                      "PD00=NOSUCHBIT\nOSCIN00=25\n");
+    desk.Select("ASKEW");
+    desk.Select("QVX2691");
+    EXPECT_THAT(TempFolder::Read(desk.folder / "ASKEW.ini"), HasSubstr("OSCIN00=25\n"));
+}
+
 TEST(DeviceSettings, of_a_part_file_that_has_gone_are_not_made_into_a_new_one) {
     BenchDesk desk;
     desk.Select("QVX2691");
@@ -72,6 +83,9 @@ TEST(DeviceSettings, of_a_part_file_that_has_gone_are_not_made_into_a_new_one) {
     std::filesystem::remove(path);
     EXPECT_TRUE(SaveDeviceSettings(desk.part, desk.files));
     EXPECT_FALSE(std::filesystem::exists(path));
+    desk.Select("QVX2692");
+    ASSERT_EQ(desk.messages.shown.size(), 1U);
+    EXPECT_THAT(desk.messages.shown[0], HasSubstr("QVX2691.ini has gone"));
 }
 
 TEST(DeviceSettings, that_cannot_be_written_are_told_once_with_file_and_reason) {

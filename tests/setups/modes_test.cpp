@@ -65,6 +65,16 @@ TEST_F(Modes, live_in_the_part_file_and_come_back_with_it) {
     EXPECT_EQ(menu.ItemCount("mnuMode"), 2);
 }
 
+TEST(NoDevice, takes_no_modes) {
+    BenchDesk desk;
+    desk.messages.answer = "Receive";
+    const std::size_t files = desk.folder.Count();
+    desk.frm->menu.Click("mnuAddMode");
+    EXPECT_EQ(desk.messages.asked, "");
+    EXPECT_EQ(desk.folder.Count(), files) << "no file without a name";
+    EXPECT_FALSE(desk.frm->menu("mnuMode", 0).Visible);
+}
+
 TEST_F(Modes, with_a_name_that_is_empty_or_cancelled_store_nothing) {
     const std::string before = desk.PartFileText();
     Add("");

@@ -5,6 +5,8 @@
 #include <cmath>
 
 #include "clock/clk_dist.h"
+#include "screens/file_dialogs.h"
+#include "screens/setup_dialogs.h"
 #include "synth/frequency_entry.h"
 #include "synth/pll.h"
 #include "tests/setups/bench_desk.h"
@@ -175,6 +177,29 @@ TEST_F(SetupFile, that_cannot_be_written_is_told_with_file_and_reason) {
     ASSERT_THAT(failures, SizeIs(1));
     EXPECT_THAT(failures[0].file, HasSubstr("state.mac"));
     EXPECT_FALSE(failures[0].reason.empty());
+}
+
+struct PickedFile : FileDialogs {
+    explicit PickedFile(std::string name) : picked(std::move(name)) {}
+    std::optional<std::string> OpenName(std::string_view) override { return picked; }
+    std::string picked;
+};
+
+TEST_F(SetupFile, restored_by_the_menu_tells_what_it_could_not_write_or_where_it_stopped) {
+    ASSERT_TRUE(Save());
+    PickedFile dialogs(file);
+    std::filesystem::permissions(desk.folder / "QVX4100.ini", std::filesystem::perms::owner_read);
+    RestoreSetupByDialog(part, desk.files, dialogs, "Restore Part Setup");
+    ASSERT_THAT(desk.messages.shown, SizeIs(1)) << "the extra divider goes into the part file";
+    EXPECT_THAT(desk.messages.shown[0], HasSubstr("QVX4100.ini"));
+
+    std::filesystem::permissions(desk.folder / "QVX4100.ini", std::filesystem::perms::owner_all);
+    std::string text = Text();
+    text.replace(text.find("NAME01=R1"), 9, "NAME01=RX");
+    TempFolder::Write(file, text);
+    RestoreSetupByDialog(part, desk.files, dialogs, "Restore Part Setup");
+    EXPECT_THAT(desk.messages.shown, SizeIs(1)) << "no box for that";
+    EXPECT_THAT(desk.frm->StatusBar1.StatusBar_GetString(), HasSubstr("[MODES] NAME01=RX"));
 }
 
 TEST_F(SetupFile, keeps_pin_states_across_the_routes) {

@@ -231,5 +231,20 @@ TEST(CommMode, a_change_of_route_keeps_pins_and_goes_on_loading) {
     EXPECT_EQ(rig.session.CommMode_Select, "LPT");
 }
 
+TEST(SentWord, only_a_word_that_the_bridge_took_counts_as_sent) {
+    Rig rig(kRouteUsb);
+    usbSetupDevice(rig.part);
+    cRegister& reg = rig.part.Registers("R0");
+    rig.bench.bridge.faults.unplugAfter = 0; // in the middle of the packet
+    LoadRegister(rig.part, "R0");
+    EXPECT_FALSE(reg.sent());
+    LoadRegister(rig.part, "R0");
+    EXPECT_FALSE(reg.sent());
+
+    rig.bench.PlugBridge();
+    LoadRegister(rig.part, "R0");
+    EXPECT_EQ(reg.sent(), reg.word());
+}
+
 } // namespace
 } // namespace zentrel

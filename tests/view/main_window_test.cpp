@@ -157,6 +157,8 @@ TEST_F(MainWindowTest, a_click_in_the_burst_list_selects_the_line_that_delete_th
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->cursorRect(second).center());
     EXPECT_EQ(program_->frm().burst.panel.SelectedBurstLine, 2);
     EXPECT_EQ(list->textCursor().selectedText(), QStringLiteral("Delay of 20"));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->cursorRect(second).center());
+    EXPECT_EQ(list->textCursor().selectedText(), QStringLiteral("Delay of 20")) << "once more";
     QTest::mouseClick(Find("cmdDelete"), Qt::LeftButton);
     EXPECT_EQ(list->toPlainText(), QStringLiteral("Delay of 10\nDelay of 30\n"));
 }

@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include <QRegularExpression>
 
 #include "screens/qt/bit_row.h"
@@ -81,6 +83,22 @@ TEST_F(RegistersViewTest, another_device_takes_the_rows_and_their_keys_away) {
     const auto rows = program_->window().findChildren<QWidget*>(
         QRegularExpression(QStringLiteral("^txtRegBits\\(")));
     EXPECT_EQ(rows.size(), part().Registers.Count());
+}
+
+TEST_F(RegistersViewTest, the_hex_value_of_a_wide_word_stays_readable_while_it_grows) {
+    std::ofstream(folder_.filePath(QStringLiteral("WIDE.ini")).toStdString())
+        << "[SETUP]\nZENTREL_VERSION=2.3.0\nREGISTER_LENGTH=64\nCONTROL_LENGTH=0\n"
+           "[REGISTERS]\nCOUNT=1\nVALUE00=1\nMASK00=0\n";
+    program_->frm().guard.Run([this] { program_->frm().SelectDevice("WIDE", {}); });
+    ShowTab(kRegistersTab);
+    BitRow* row = Row(0);
+    row->setFocus();
+    program_->frm().guard.Run([this] { program_->frm().registers.ClickBits(0, 0); });
+    QTest::keyClicks(row, QStringLiteral("1"));
+    const auto* hex = Find("lblHexRegValue(0)");
+    const QString text = QStringLiteral("0x8000 0000 0000 0001");
+    EXPECT_EQ(hex->accessibleName(), text);
+    EXPECT_GE(hex->width(), hex->fontMetrics().horizontalAdvance(text));
 }
 
 } // namespace
