@@ -27,13 +27,13 @@ struct DiagramItem {
         Oscillator, ///< Circle with a sine, as large as `rect`.
         Wire,       ///< Signal line through `points`; an arrowhead at its end when `arrow`.
         Dot,        ///< Where a wire branches, in the middle of `rect`.
-        Pin,     ///< Small square in the middle of `rect`; its name `text` above it, and its tip.
-        Text,    ///< `text` in `rect`, by `align` and `tone`.
-        LowPass, ///< A loop filter's curve in `rect`.
-        Buffer,  ///< Triangle that points right.
-        Frame,   ///< Dashed frame round what belongs together.
-        Symbol,  ///< Closed outline through `points`, drawn like a block.
-        Outline  ///< Frame round what the hand is at, in the colour `meaning`; white: accent.
+        Pin,        ///< Small square in `rect`; its name `text` above it and in its tip.
+        Text,       ///< `text` in `rect`, by `align` and `tone`.
+        LowPass,    ///< A loop filter's curve in `rect`.
+        Buffer,     ///< Triangle that points right.
+        Frame,      ///< Dashed frame round what belongs together.
+        Symbol,     ///< Closed outline through `points`, drawn like a block.
+        Outline     ///< Frame round what the hand is at, in the colour `meaning`; white: accent.
     };
     enum class Tone { Name, Unit, Value, Strong };
 
