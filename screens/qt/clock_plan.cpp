@@ -55,7 +55,7 @@ ClockPlan::ClockPlan(const ClockPanel& panel) {
         PlacePath(panel);
         PlaceSecondRow(panel);
     }
-    PlaceChannels();
+    PlaceChannels(panel);
 }
 
 ClockPlan::Source ClockPlan::PlaceSource(int left) const {
@@ -208,7 +208,7 @@ void ClockPlan::PlaceLoneSource() {
     outX = busX;
 }
 
-void ClockPlan::PlaceChannels() {
+void ClockPlan::PlaceChannels(const ClockPanel& panel) {
     const int first = busX + U(kRowLead);
     int x = first;
     // The table is as wide as the drawing above it.
@@ -229,15 +229,18 @@ void ClockPlan::PlaceChannels() {
     row.unit = {Right(row.frequency) + M().unit, 0, U(kUnitWidth), M().boxHeight};
     header = {first, busY + M().unit + M().half, Right(row.unit) - first, M().textHeight};
     int y = Bottom(header) + M().unit + M().half;
-    for (Row& at : rows) {
+    int end = busY + U(kMargin);
+    for (std::size_t c = 0; c < rows.size(); ++c) {
+        Row& at = rows[c];
         at = row;
         for (QRect* part :
              {&at.name, &at.divider, &at.delay, &at.mux, &at.output, &at.frequency, &at.unit})
             part->moveTop(y);
         at.axis = y + M().boxHeight / 2;
         y += M().boxHeight + M().unit;
+        if (panel.channels[c].lblCLKid.Visible) end = y;
     }
-    size = {std::max(Right(row.unit), outX) + U(kMargin), y};
+    size = {std::max(Right(row.unit), outX) + U(kMargin), end};
 }
 
 } // namespace zentrel::view
