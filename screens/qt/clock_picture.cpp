@@ -73,8 +73,14 @@ class Picture {
 
     void Sources() {
         Source(plan_.reference, clk_label::kReference, clk_label::kReferenceMHz, Path::Plain);
-        Source(plan_.vco, clk_label::kVco, clk_label::kVcoMHz, Path::Plain);
-        Source(plan_.external, clk_label::kExternalSource, clk_label::kExternalMHz, Path::Plain);
+        Source(plan_.vco, clk_label::kVco, clk_label::kVcoMHz, GreyUnless(ClockItem::VcoInput));
+        Source(plan_.external, clk_label::kExternalSource, clk_label::kExternalMHz,
+               GreyUnless(ClockItem::ExternalInput));
+    }
+
+    // What the input mux passes by is greyed.
+    Path GreyUnless(ClockItem input) const {
+        return plan_.inputMux.isEmpty() || InPath(input) ? Path::Plain : Path::Off;
     }
 
     void LoneSource() {
@@ -104,7 +110,8 @@ class Picture {
         if (!plan_.innerFilter.isEmpty())
             scene_.Block(plan_.innerFilter, FromModel(LabelOf(clk_label::kInternalFilter).Caption));
         if (!plan_.divider.isEmpty()) {
-            scene_.Block(plan_.divider, FromModel(LabelOf(clk_label::kVcoDivider).Caption));
+            scene_.Block(plan_.divider, FromModel(LabelOf(clk_label::kVcoDivider).Caption)).path =
+                GreyUnless(ClockItem::VcoInput);
             Name(plan_.divided.name, clk_label::kDivided);
         }
         if (!plan_.globalDelay.isEmpty()) {
@@ -134,7 +141,7 @@ class Picture {
         behindVco = true;
         join(plan_.divider);
         PinNames();
-        if (from < 0) return;
+        if (from < 0 || (!mux && panel_.channels[0].lblCLKid.Visible)) return;
         const QPointF end = mux ? TerminalTip(0) : QPointF(plan_.outX, plan_.axis);
         Wire({QPointF(from, plan_.axis), end}, PathOf(feeds, clk_line::kDividerToMux), mux);
     }
@@ -149,7 +156,7 @@ class Picture {
             Name({plan_.external.Out().x() + unit_ / 2, plan_.external.Out().y() - height - 2,
                   5 * unit_, height},
                  clk_label::kFin);
-        else if (!plan_.vco.circle.isEmpty())
+        else if (!panel_.layout.finAtMux && !plan_.vco.circle.isEmpty())
             Name({plan_.vco.unit.left(), plan_.axis - height - 2, 6 * unit_, height},
                  clk_label::kFin);
     }

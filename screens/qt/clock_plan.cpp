@@ -10,10 +10,10 @@ namespace {
 
 // Widths and gaps in steps of the grid.
 constexpr int kMargin = 2, kGap = 4, kSourceBox = 11, kUnitWidth = 4, kCircle = 6;
-constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 22, kDividerWidth = 26;
-constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 15, kTerminalPitch = 4;
+constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 21, kDividerWidth = 25;
+constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 13, kTerminalPitch = 4;
 constexpr int kNameWidth = 11, kDivWidth = 13, kDelayWidth = 17, kMuxColumn = 22, kOutputWidth = 15,
-              kFrequencyWidth = 14, kColumnGap = 3, kRowLead = 6;
+              kFrequencyWidth = 18, kColumnGap = 3, kRowLead = 6;
 constexpr int kTableWidth = kNameWidth + kDivWidth + kDelayWidth + kMuxColumn + kOutputWidth +
                             kFrequencyWidth + 5 * kColumnGap + 1 + kUnitWidth;
 constexpr int kDelayList = 14;
@@ -55,7 +55,7 @@ ClockPlan::ClockPlan(const ClockPanel& panel) {
         PlacePath(panel);
         PlaceSecondRow(panel);
     }
-    PlaceChannels();
+    PlaceChannels(panel);
 }
 
 ClockPlan::Source ClockPlan::PlaceSource(int left) const {
@@ -135,7 +135,8 @@ void ClockPlan::PlaceDivider(const ClockPanel& panel) {
 void ClockPlan::PlaceMux(const ClockPanel& panel, int left) {
     if (!Shown(ShapeOf(panel, clk_shape::kInputMux))) {
         const int last = std::max(Right(divider), vco.circle.isEmpty() ? 0 : Right(vco.unit));
-        muxOut = {last, axis};
+        const QRect& end = divider.isEmpty() ? vco.circle : divider;
+        muxOut = {end.isEmpty() ? Right(pll) : Right(end), axis};
         outX = std::max(last, Right(pll)) + U(3);
         return;
     }
@@ -207,7 +208,7 @@ void ClockPlan::PlaceLoneSource() {
     outX = busX;
 }
 
-void ClockPlan::PlaceChannels() {
+void ClockPlan::PlaceChannels(const ClockPanel& panel) {
     const int first = busX + U(kRowLead);
     int x = first;
     // The table is as wide as the drawing above it.
@@ -228,15 +229,18 @@ void ClockPlan::PlaceChannels() {
     row.unit = {Right(row.frequency) + M().unit, 0, U(kUnitWidth), M().boxHeight};
     header = {first, busY + M().unit + M().half, Right(row.unit) - first, M().textHeight};
     int y = Bottom(header) + M().unit + M().half;
-    for (Row& at : rows) {
+    int end = busY + U(kMargin);
+    for (std::size_t c = 0; c < rows.size(); ++c) {
+        Row& at = rows[c];
         at = row;
         for (QRect* part :
              {&at.name, &at.divider, &at.delay, &at.mux, &at.output, &at.frequency, &at.unit})
             part->moveTop(y);
         at.axis = y + M().boxHeight / 2;
         y += M().boxHeight + M().unit;
+        if (panel.channels[c].lblCLKid.Visible) end = y;
     }
-    size = {std::max(Right(row.unit), outX) + U(kMargin), y};
+    size = {std::max(Right(row.unit), outX) + U(kMargin), end};
 }
 
 } // namespace zentrel::view

@@ -67,7 +67,7 @@ struct ClockPlan {
     void PlaceMux(const ClockPanel& panel, int left);
     void PlaceSecondRow(const ClockPanel& panel);
     void PlaceLoneSource();
-    void PlaceChannels();
+    void PlaceChannels(const ClockPanel& panel);
 };
 
 } // namespace zentrel::view

@@ -233,6 +233,12 @@ void ClockView::AddChannel(int c) {
                 FieldAndPath(field(&cClkDist::GetClkEnableName), ClockItem::ChannelOutput, c));
     channel.frequency =
         AddReadBox(row.divCHtxt_freq, "divCHtxt_freq", tr("%1 frequency, MHz").arg(name), c);
+    channel.frequency->installEventFilter(this);
+    tips_[channel.frequency] = [this, &row, c] {
+        const std::string& mhz = row.divCHtxt_freq.Text;
+        return Lines(mhz.empty() ? mhz : mhz + " MHz",
+                     WhyOutOfPath(*block_, ClockItem::ChannelOutput, c));
+    };
 }
 
 void ClockView::Sync() {
@@ -257,7 +263,14 @@ void ClockView::Sync() {
         label->Sync();
     for (CaptionLabel* label : filterValues_)
         label->Sync();
-    canvas_->Show(ClockPicture(*block_, *plan_));
+    Draw();
+}
+
+void ClockView::Draw() {
+    DiagramScene scene = ClockPicture(*block_, *plan_);
+    for (const CaptionLabel* value : filterValues_)
+        if (value->hasFocus()) scene.Outline(value->geometry().adjusted(-4, -1, 4, 1));
+    canvas_->Show(std::move(scene));
 }
 
 void ClockView::Place() {
@@ -379,6 +392,8 @@ bool ClockView::OnFilterKey(CaptionLabel* value, int key) {
 
 bool ClockView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas_) return OnCanvas(event) || ScreenView::eventFilter(watched, event);
+    const bool focus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (focus && plan_ && dynamic_cast<CaptionLabel*>(watched)) Draw();
     if (event->type() == QEvent::KeyPress)
         if (auto* value = dynamic_cast<CaptionLabel*>(watched))
             return OnFilterKey(value, static_cast<QKeyEvent*>(event)->key());

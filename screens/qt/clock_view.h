@@ -67,6 +67,7 @@ class ClockView : public ScreenView {
     /// Explains a field at its element, and why the element is out of the path.
     Tip FieldAndPath(std::function<std::string()> field, ClockItem item, int channel = 0) const;
 
+    void Draw();
     void Place();
     void PlaceChannels();
     void WriteGeometry();

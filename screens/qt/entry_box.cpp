@@ -103,6 +103,8 @@ void EntryBox::WriteText(const QString& text) {
     box->Text = shown_ = ToModel(text);
     typed_ = true;
     entered_ = false;
+    WriteSelection(); // The key took the place of what was selected; a refresh must not put it
+                      // back.
     update();
     if (actions_.typed) hand_.Do(actions_.typed);
 }

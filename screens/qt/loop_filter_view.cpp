@@ -36,7 +36,7 @@ class Schematic : public QWidget {
         const Theme& theme = Theme::Now();
         PaintBox(painter, rect(), theme.surface, theme.line);
         u_ = Metrics::Now().unit;
-        QRectF chip(31 * u_, 2.5 * u_, 26 * u_, 17 * u_);
+        QRectF chip(31 * u_, u_, 26 * u_, 19 * u_);
         PaintBox(painter, chip, theme.block, theme.line);
         ink_ = theme.signal;
         Write(painter, {chip.left(), chip.top() + u_ / 2, chip.width(), 2.2 * u_},

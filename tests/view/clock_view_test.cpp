@@ -30,6 +30,11 @@ class ClockViewTest : public WindowTest {
             Canvas(), Qt::LeftButton, {},
             {(shape.Left + shape.Width / 2) / kTwips, (shape.Top + shape.Height / 2) / kTwips});
     }
+    void MoveTo(const QPoint& at) {
+        QMouseEvent move(QEvent::MouseMove, at, Canvas()->mapToGlobal(at), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(Canvas(), &move);
+    }
     QWidget* Canvas() { return Find("cbClkInputMux(1)")->parentWidget(); }
     void Choose(const char* name, int entry) {
         auto* list = Find<QComboBox>(name);
@@ -68,9 +73,9 @@ TEST_F(ClockViewTest, a_click_on_a_terminal_of_the_input_mux_selects_its_input) 
 TEST_F(ClockViewTest, a_terminal_wears_its_mark_only_while_the_mouse_is_over_it) {
     const Shape& terminal = Block().panel.shpCLK[clk_shape::kVcoTerminal];
     const QPoint at(terminal.Left / 15 + 2, terminal.Top / 15 + 2);
-    QTest::mouseMove(Canvas(), at);
+    MoveTo(at);
     EXPECT_EQ(terminal.BorderColor, colors::kRed);
-    QTest::mouseMove(Canvas(), QPoint(1, 1));
+    MoveTo({1, 1});
     EXPECT_EQ(terminal.BorderColor, colors::kBlack);
 }
 
@@ -109,6 +114,27 @@ TEST_F(ClockViewTest, the_pll_s_block_leads_to_its_tab_and_the_filter_s_opens_it
     EXPECT_FALSE(dialog->isVisible());
     ClickShape(clk_shape::kPll);
     EXPECT_EQ(program_->frm().tabPart.SelectedTab(), part().PLLs(1).PLLTab());
+}
+
+TEST_F(ClockViewTest, another_device_closes_the_filter_s_dialog_and_draws_its_own_tab) {
+    QTest::mouseClick(Canvas(), Qt::LeftButton); // Beside everything: opens nothing.
+    ClickShape(clk_shape::kLoopFilter);
+    auto* dialog = program_->window().findChild<QWidget*>(QStringLiteral("frmLoopFilter"));
+    ASSERT_TRUE(dialog->isVisible());
+    Select("QVX4161");
+    EXPECT_FALSE(dialog->isVisible());
+    ShowTab(Block().ClkDistTab);
+    EXPECT_EQ(Box("txtCLK_ExtSRCfreq(1)")->text(), QStringLiteral("800"));
+}
+
+TEST_F(ClockViewTest, tab_visits_the_entries_along_the_path_and_then_row_by_row) {
+    Box("txtCLK_VCOfreq(1)")->setFocus();
+    for (const char* next :
+         {"CLKtxt_InputDiv(1)", "CLK_VCODIV_bypass(1)", "txtCLK_ExtSRCfreq(1)", "cbClkInputMux(1)",
+          "chDivText(8)", "divCB_CDelay(8)", "divCB_CMux(8)", "divCB_od(8)", "chDivText(9)"}) {
+        QTest::keyClick(program_->window().focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(program_->window().focusWidget()->objectName(), QLatin1String(next));
+    }
 }
 
 TEST_F(ClockViewTest, the_right_button_steps_a_filter_value_back) {
