@@ -224,10 +224,6 @@ void PaintItem(QPainter& painter, const DiagramItem& item) {
         return PaintLowPass(painter, item);
     case Kind::Buffer:
         return PaintBuffer(painter, item);
-    case Kind::Frame:
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(Outline(item.path), 1, Qt::DashLine));
-        painter.drawRoundedRect(item.rect, Metrics::Now().radius, Metrics::Now().radius);
     }
 }
 
@@ -304,10 +300,6 @@ DiagramItem& DiagramScene::LowPass(const QRectF& rect) {
 
 DiagramItem& DiagramScene::Buffer(const QRectF& rect) {
     return Add(Kind::Buffer, rect);
-}
-
-DiagramItem& DiagramScene::Frame(const QRectF& rect) {
-    return Add(Kind::Frame, rect);
 }
 
 DiagramItem& DiagramScene::Symbol(const QPolygonF& corners) {

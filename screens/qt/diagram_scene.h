@@ -31,7 +31,6 @@ struct DiagramItem {
         Text,       ///< `text` in `rect`, by `align` and `tone`.
         LowPass,    ///< A loop filter's curve in `rect`.
         Buffer,     ///< Triangle that points right.
-        Frame,      ///< Dashed frame round what belongs together.
         Symbol,     ///< Closed outline through `points`, drawn like a block.
         Outline     ///< Frame round what the hand is at, in the colour `meaning`; white: accent.
     };
@@ -68,7 +67,6 @@ class DiagramScene {
                       Qt::Alignment align = Qt::AlignCenter);
     DiagramItem& LowPass(const QRectF& rect);
     DiagramItem& Buffer(const QRectF& rect);
-    DiagramItem& Frame(const QRectF& rect);
     DiagramItem& Symbol(const QPolygonF& corners);
     DiagramItem& Outline(const QRectF& rect, Color meaning = colors::kWhite);
 
