@@ -110,7 +110,7 @@ EntryBox* ClockView::AddReadBox(TextBox& element, const char* name, const QStrin
 }
 
 void ClockView::AddSpinner(EntryBox* box, Spinner& element, const char* name, int channel,
-                           std::function<void(bool up)> step) {
+                           const std::function<void(bool up)>& step) {
     auto* buttons = new SpinnerButtons(
         hand_, element, [step] { step(true); }, [step] { step(false); }, box);
     buttons->setObjectName(NameOf(name, channel));

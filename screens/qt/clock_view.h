@@ -58,7 +58,7 @@ class ClockView : public ScreenView {
                      int channel, Tip tip);
     EntryBox* AddReadBox(TextBox& element, const char* name, const QString& spoken, int channel);
     void AddSpinner(EntryBox* box, Spinner& element, const char* name, int channel,
-                    std::function<void(bool up)> step);
+                    const std::function<void(bool up)>& step);
     DropList* AddList(ListBox& element, const char* name, const QString& spoken, int channel,
                       Tip tip);
     CaptionLabel* AddValue(Label& element, const char* name, bool clickable);
@@ -85,14 +85,19 @@ class ClockView : public ScreenView {
     DiagramCanvas* canvas_;
     std::optional<ClockPlan> plan_;
 
-    EntryBox *reference_, *vco_, *external_, *inputDivider_;
-    CheckMark* bypass_;
-    DropList *inputMux_, *delayN_, *delayR_;
+    EntryBox* reference_ = nullptr;
+    EntryBox* vco_ = nullptr;
+    EntryBox* external_ = nullptr;
+    EntryBox* inputDivider_ = nullptr;
+    CheckMark* bypass_ = nullptr;
+    DropList* inputMux_ = nullptr;
+    DropList* delayN_ = nullptr;
+    DropList* delayR_ = nullptr;
     std::array<CaptionLabel*, 3> readouts_{};    ///< R, PDF, N.
     std::array<CaptionLabel*, 4> filterNames_{}; ///< R3, C3, R4, C4.
     std::array<CaptionLabel*, 4> filterValues_{};
     Label divided_; ///< `CLKtxt_InputDivOutFreq` with its unit.
-    CaptionLabel* dividedValue_;
+    CaptionLabel* dividedValue_ = nullptr;
     std::array<Channel, kClockChannels> channels_{};
     std::vector<EntryBox*> boxes_;
     std::vector<DropList*> lists_;
