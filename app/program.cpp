@@ -34,6 +34,7 @@ Program::Program(const std::string& folder)
     part_.Connect(upward);
     ConnectSession();
     MakeWindow();
+    WatchDevices();
 }
 
 Program::~Program() = default;
@@ -51,6 +52,20 @@ void Program::ConnectSession() {
     frm_.links.Unloaded = [this] {
         if (Ended) Ended();
     };
+}
+
+// The system's notice of the bridge's coming and going. It stays quiet until it is served, since
+// a burst or a message box may hold the thread.
+void Program::WatchDevices() {
+    if (hardware_.watch.fd() < 0) return;
+    deviceEvents_ = std::make_unique<QSocketNotifier>(hardware_.watch.fd(), QSocketNotifier::Read);
+    QObject::connect(deviceEvents_.get(), &QSocketNotifier::activated, [this] {
+        deviceEvents_->setEnabled(false);
+        frm_.guard.RunSoon([this] {
+            hardware_.watch.Dispatch();
+            deviceEvents_->setEnabled(true);
+        });
+    });
 }
 
 void Program::MakeWindow() {

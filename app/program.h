@@ -3,7 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "app/no_hardware.h"
+#include <QSocketNotifier>
+
 #include "device/part.h"
 #include "form/session.h"
 #include "partfile/ini_file.h"
@@ -11,6 +12,7 @@
 #include "screens/qt/message_boxes.h"
 #include "session/frm_part.h"
 #include "transport/bench/bench.h"
+#include "transport/drivers/hardware.h"
 
 namespace zentrel {
 
@@ -42,18 +44,20 @@ class Program {
     Drivers DriversFor(bool simulated);
     void ConnectSession();
     void MakeWindow();
+    void WatchDevices();
 
     Session session_;
     cPart part_{session_};
     IniFiles files_;
     SimulatedBench bench_{part_};
-    NoHardware hardware_;
+    Hardware hardware_{part_};
     Transport transport_;
     view::MessageBoxes boxes_;
     view::FileDialogBoxes dialogs_{boxes_};
     std::unique_ptr<BetweenPasses> pause_;
     FrmPart frm_;
     std::unique_ptr<view::MainWindow> window_;
+    std::unique_ptr<QSocketNotifier> deviceEvents_; ///< Of `hardware_.watch`.
 };
 
 } // namespace zentrel

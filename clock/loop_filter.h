@@ -50,7 +50,7 @@ class frmLoopFilter {
 
     std::string Caption = "Loop Filter";
     bool Visible = false;
-    bool Modal = false; ///< Shown ahead of everything else until it is closed.
+    bool Modal = false;         ///< Shown ahead of everything else until it is closed.
     ListBox cbR3, cbR4, cbC3C4; ///< Disabled when the block lacks the component.
     Button cmdClose;
 

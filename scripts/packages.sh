@@ -47,7 +47,9 @@ ensure_packages() {
 configure_and_build() {
   local preset=$1
   shift
-  if [ ! -f "build/$preset/build.ninja" ]; then
+  # A folder that was configured without the tests' packages is configured again for them.
+  if [ ! -f "build/$preset/build.ninja" ] ||
+    { [ "${want_tests:-no}" = yes ] && ! grep -q '^build tests:' "build/$preset/build.ninja"; }; then
     echo "Configuring ($preset)"
     cmake --preset "$preset" >"build/$preset.configure.log" 2>&1 || {
       cat "build/$preset.configure.log"
