@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
             return 1;
         }
         std::printf("QVX2874, a fractional synthesiser\n");
-        LoadAll(program.part());
+        LoadChanges(program.part()); // The whole device once: what follows are the changes.
         TypeVCO(program, argc > 2 ? argv[2] : "2450.123");
 
         if (!program.Select("QVX4100")) {
@@ -80,7 +80,7 @@ int main(int argc, char** argv) {
             return 1;
         }
         std::printf("\nQVX4100, a clock conditioner\n");
-        LoadAll(program.part());
+        LoadChanges(program.part()); // The whole device once: what follows are the changes.
         TypeVCO(program, "1228.8");
         PrintChannels(program.part());
         return 0;
