@@ -4,6 +4,7 @@
 
 #include "device/number_text.h"
 #include "device/part.h"
+#include "partfile/part_definition.h"
 #include "setups/restore_steps.h"
 #include "synth/pll.h"
 
@@ -38,15 +39,14 @@ int StoreMode(cPart& part, IniFiles& files, std::string_view name) {
     write("MODE" + mm, std::string(name));
     int i = 0;
     for (const cRegister& reg : part.Registers) {
-        const std::string rr = KeyNumber(i++);
-        write("NAME" + mm + rr, reg.ID());
-        write("VALUE" + mm + rr, WordText(reg.Value()));
+        write(TwoNumberKey("NAME", index, i), reg.ID());
+        write(TwoNumberKey("VALUE", index, i++), WordText(reg.Value()));
     }
     i = 0;
     for (const cPLL& pll : part.PLLs) {
-        const std::string pp = KeyNumber(i++);
-        write("OSCIN" + mm + pp, pll.panel.txtOsc.Text);
-        write("EXTRA_PLL_N_DIV_1_" + mm + pp, NumberToText(pll.extra_pll_n_div_1()));
+        write(TwoNumberKey("OSCIN", index, i), pll.panel.txtOsc.Text);
+        write(TwoNumberKey("EXTRA_PLL_N_DIV_1_", index, i++),
+              NumberToText(pll.extra_pll_n_div_1()));
     }
     write("PINS" + mm, NumberToText(part.PortValueToPinMask(part.OutputPinValue())));
     return scope.Commit() ? index : -1;
@@ -59,17 +59,17 @@ void RestoreMode(cPart& part, IniFiles& files, int Index) {
     const std::string mm = KeyNumber(Index);
     int i = 0;
     for (cPLL& pll : part.PLLs) {
-        const std::string pp = KeyNumber(i++);
-        RestoreCrystal(pll, Number(files, file, "OSCIN" + mm + pp, "10", ParseFileNumber));
-        RestoreExtraDivider(
-            pll, files, file,
-            Number(files, file, "EXTRA_PLL_N_DIV_1_" + mm + pp, "1", ParseFileInt16));
+        RestoreCrystal(pll,
+                       Number(files, file, TwoNumberKey("OSCIN", Index, i), "10", ParseFileNumber));
+        RestoreExtraDivider(pll, files, file,
+                            Number(files, file, TwoNumberKey("EXTRA_PLL_N_DIV_1_", Index, i++), "1",
+                                   ParseFileInt16));
     }
     for (i = 0; i < part.Registers.Count(); ++i) {
-        const std::string rr = KeyNumber(i);
-        const std::string name = files.GetPrivateSetting(file, kSection, "NAME" + mm + rr, "");
+        const std::string name =
+            files.GetPrivateSetting(file, kSection, TwoNumberKey("NAME", Index, i), "");
         cRegister& reg = part.Registers(std::string_view(name));
-        reg.SetValue(Number(files, file, "VALUE" + mm + rr, "0", ParseFileNumber));
+        reg.SetValue(Number(files, file, TwoNumberKey("VALUE", Index, i), "0", ParseFileNumber));
     }
     RunOnLoadHooks(part, files, file);
     RebuildLinkedFrequencies(part);

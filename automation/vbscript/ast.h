@@ -97,7 +97,7 @@ using Block = std::vector<Statement>;
 struct Assignment {
     ExpressionPtr target;
     ExpressionPtr value;
-    bool set;
+    bool set = false;
 };
 struct CallStatement {
     ExpressionPtr call;
@@ -216,7 +216,7 @@ struct ProcedureDeclaration {
 
 struct FieldDeclaration {
     Declarator variable;
-    bool is_private;
+    bool is_private = false;
 };
 
 struct ClassDeclaration {

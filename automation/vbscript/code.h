@@ -152,8 +152,8 @@ struct Site {
 
 /// A statement's beginning in the code.
 struct Mark {
-    std::uint32_t start;  ///< first instruction
-    std::uint32_t resume; ///< where On Error Resume Next goes on; 0: at the next mark
+    std::uint32_t start = 0;  ///< first instruction
+    std::uint32_t resume = 0; ///< where On Error Resume Next goes on; 0: at the next mark
     Position at;
 };
 

@@ -52,8 +52,8 @@ class Generator {
     };
     /// A value's place and whether it is a temporary.
     struct Result {
-        Operand place;
-        bool temporary;
+        Operand place = kNowhere;
+        bool temporary = false;
         bool hard = false; ///< a bare literal
     };
     /// A construct that Exit leaves, with the hidden locals to clear on the way.

@@ -31,7 +31,7 @@ enum class Code : std::uint8_t {
 };
 
 struct Step {
-    Code code;
+    Code code = Code::Match;
     std::uint32_t a = 0;
     std::uint32_t b = 0;
 };
