@@ -27,10 +27,12 @@ desktop_owner() {
 # key_text TEXT: as the value of a key in a desktop entry or service file.
 key_text() { printf '%s' "${1//\\/\\\\}"; }
 
-# exec_text PROGRAM: as one word of a desktop entry's Exec, where a percent sign is a field code.
+# exec_text PROGRAM: as a desktop entry's Exec, where a percent sign is a field code. Desktops look
+# for the program before they read the codes, so behind a sign of its own it needs another in front.
 exec_text() {
   local word=$1 char
   for char in '\' '"' '`' '$'; do word=${word//"$char"/"\\$char"}; done
+  [[ $word != *%* ]] || printf 'env '
   key_text "\"${word//%/%%}\""
 }
 
@@ -87,10 +89,13 @@ put_on_desktop() (
 
 # take_desktop FOLDER: puts `sources` under `names`. The ledger is left open for the links.
 take_desktop() {
-  local i
+  local i sum
   open_ledger "$desktop_ledger"
   notes=("folder $1")
-  for i in "${!names[@]}"; do expect "${names[i]}" "$(sum_of "${sources[i]}")"; done
+  for i in "${!names[@]}"; do
+    find_sum "${sources[i]}"
+    expect "${names[i]}" "$sum"
+  done
   announce
   for i in "${!names[@]}"; do place "${sources[i]}" "${names[i]}"; done
   retire

@@ -82,62 +82,64 @@ make_folder() {
   made+=("${missing[@]}")
 }
 
-path_of() {
-  case $1 in
-    /*) printf '%s' "$1" ;;
-    *) printf '%s' "$base/$1" ;;
-  esac
+# These answer in a variable: without a process each.
+
+# find_path NAME -> path
+find_path() { case $1 in /*) path=$1 ;; *) path=$base/$1 ;; esac }
+
+# find_sum PATH -> sum; empty if it can't be read
+find_sum() {
+  sum=$(sha256sum <"$1") || sum=
+  sum=${sum%% *}
 }
 
-sum_of() {
-  local line
-  line=$(sha256sum <"$1") || return
-  printf '%s' "${line%% *}"
-}
-
-# state_of NAME: absent; ours, as Zentrel left it; or theirs, which nobody here may touch.
-state_of() {
-  local path
-  path=$(path_of "$1")
-  if [ -L "$path" ]; then
-    echo theirs
-  elif [ ! -e "$path" ]; then
-    echo absent
-  elif [ -f "$path" ] && [ -n "${known["$(sum_of "$path") $1"]:-}" ]; then
-    echo ours
-  else
-    echo theirs
+# find_state NAME -> path, and state: absent; ours, as Zentrel left it; or theirs, which nobody here
+# may touch.
+find_state() {
+  local sum
+  find_path "$1"
+  state=theirs
+  if [ -L "$path" ]; then return; fi
+  if [ ! -e "$path" ]; then state=absent; fi
+  if [ -f "$path" ]; then
+    find_sum "$path"
+    if [ -n "${known["$sum $1"]:-}" ]; then state=ours; fi
   fi
 }
 
-holds() { [ -f "$1" ] && [ "$(sum_of "$1")" = "$2" ]; }
+holds() {
+  local sum
+  [ -f "$1" ] && find_sum "$1" && [ "$sum" = "$2" ]
+}
 
 # place SOURCE NAME: the expected NAME gets SOURCE's content, unless it is theirs: then it stays, and
 # a shipped version that they haven't seen yet goes beside it as NAME.new.
 place() {
-  local source=$1 name=$2 sum=${coming["$2"]} beside=$2.new try=1
-  if [ "$(state_of "$name")" != theirs ]; then
-    put "$source" "$name" "$sum"
-  elif [ "${settled["$name"]:-}" = "$sum" ]; then
+  local source=$1 name=$2 expected=${coming["$2"]} beside=$2.new try=1 path state
+  find_state "$name"
+  if [ "$state" != theirs ]; then
+    put "$source" "$path" "$expected"
+  elif [ "${settled["$name"]:-}" = "$expected" ]; then
     # Told before. What lies beside it since then stays ours.
     [ -z "${settled["$beside"]:-}" ] || coming["$beside"]=${settled["$beside"]}
   else
-    while [ "$(state_of "$beside")" = theirs ] && ! holds "$(path_of "$beside")" "$sum"; do
+    find_state "$beside"
+    while [ "$state" = theirs ] && ! holds "$path" "$expected"; do
       beside=$name.new$((++try))
+      find_state "$beside"
     done
-    put "$source" "$beside" "$sum"
-    coming["$beside"]=$sum
+    put "$source" "$path" "$expected"
+    coming["$beside"]=$expected
     news+=("$beside")
   fi
 }
 
+# put SOURCE PATH SUM
 put() {
-  local path
-  path=$(path_of "$2")
-  holds "$path" "$3" && return
-  make_folder "${path%/*}"
-  cp "$1" "$path.installing"
-  mv -f "$path.installing" "$path"
+  if holds "$2" "$3"; then return; fi
+  make_folder "${2%/*}"
+  cp "$1" "$2.installing"
+  mv -f "$2.installing" "$2"
   placed+=("$2")
 }
 
@@ -152,10 +154,10 @@ retire() {
 }
 
 take_away() {
-  local path
-  path=$(path_of "$1")
+  local path state
+  find_state "$1"
   rm -f "$path.installing"
-  case $(state_of "$1") in
+  case $state in
     ours)
       rm -f "$path"
       drop_empty "${path%/*}"
@@ -171,9 +173,10 @@ drop_empty() {
 }
 
 # remove_all: everything that is ours, the ledger last. If something stays in the ledger's folder,
-# so does a ledger that knows the changed files, for the day when Zentrel comes back.
+# so does a ledger that knows the changed files, for the day when Zentrel comes back. The folders
+# that were made for Zentrel are left to drop_folders.
 remove_all() {
-  local i name own=()
+  local name own=()
   retire
   mapfile -t own < <(find "$base" -mindepth 1 ! -type d ! -name "${ledger##*/}*")
   if [ ${#own[@]} -eq 0 ]; then
@@ -185,7 +188,15 @@ remove_all() {
     done
     close_ledger
   fi
-  for ((i = ${#made[@]} - 1; i >= 0; i--)); do rmdir "${made[i]}" 2>/dev/null || true; done
+}
+
+# made_folders LEDGER...: those that weren't there before, the inmost first.
+made_folders() { cat -- "$@" 2>/dev/null | sed -n 's/^#made //p' | LC_ALL=C sort -ru; }
+
+# drop_folders FOLDER...: the empty ones.
+drop_folders() {
+  local folder
+  for folder in "$@"; do rmdir "$folder" 2>/dev/null || true; done
 }
 
 # place_folder FROM FOLDER: what FROM's ledger lists goes into FOLDER. Something in FROM may have been
@@ -196,11 +207,12 @@ place_folder() {
   while IFS= read -r line; do
     [ "${line:0:1}" = "#" ] || listed["${line:66}"]=${line:0:64}
   done <"$from/.shipped.sha256"
+  open_ledger "$folder/.shipped.sha256"
+  if up_to_date; then return; fi
   for name in "${!listed[@]}"; do
     [ -f "$from/$name" ] || { echo "$from lacks $name: unpack it again" >&2; exit 1; }
     holds "$from/$name" "${listed["$name"]}" || changed["$name"]=yes
   done
-  open_ledger "$folder/.shipped.sha256"
   for name in "${!listed[@]}"; do expect "$name" "${listed["$name"]}"; done
   announce
   for name in "${!listed[@]}"; do
@@ -213,6 +225,18 @@ place_folder() {
   done
   retire
   close_ledger
+}
+
+# up_to_date: what is `listed` was shipped to the open ledger's folder before, and is all there.
+up_to_date() {
+  local name
+  [ ! -f "$ledger.coming" ] || return 1
+  for name in "${!listed[@]}"; do
+    [ -e "$base/$name" ] && [ "${settled["$name"]:-}" = "${listed["$name"]}" ] || return 1
+  done
+  for name in "${!settled[@]}"; do
+    [ -n "${listed["$name"]:-}" ] || [[ $name == *.new* ]] || return 1
+  done
 }
 
 # say_kept WHERE: what place found changed, and where the news are.
