@@ -50,7 +50,7 @@ write_ledger() {
   mv -f "$1.writing" "$1"
 }
 
-# expect NAME SUM: NAME will be shipped. To be called for all before announce, and that before place.
+# expect NAME SUM: NAME will be shipped. announce says so on disk, before anything is placed.
 expect() {
   coming["$1"]=$2
   known["$2 $1"]=$1
@@ -128,8 +128,9 @@ place() {
       beside=$name.new$((++try))
       find_state "$beside"
     done
+    expect "$beside" "$expected"
+    announce
     put "$source" "$path" "$expected"
-    coming["$beside"]=$expected
     news+=("$beside")
   fi
 }
@@ -180,7 +181,8 @@ remove_all() {
   retire
   mapfile -t own < <(find "$base" -mindepth 1 ! -type d ! -name "${ledger##*/}*")
   if [ ${#own[@]} -eq 0 ]; then
-    rm -f "$ledger" "$ledger.coming"
+    rm -f "$ledger".*
+    rm -f "$ledger"
     rmdir "$base" 2>/dev/null || true
   else
     for name in "${left[@]}"; do
