@@ -34,6 +34,7 @@ int main(int argc, char* argv[]) {
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zentrel"));
     QApplication::setApplicationVersion(QStringLiteral("4.2.1"));
+    QApplication::setDesktopFileName(QStringLiteral("org.zentrel.Zentrel"));
     QApplication::setQuitOnLastWindowClosed(false);
     zentrel::view::DressApplication(qEnvironmentVariable("ZENTREL_THEME"));
     zentrel::Program program(QCoreApplication::applicationDirPath().toStdString());
