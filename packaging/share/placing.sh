@@ -15,7 +15,7 @@ open_ledger() {
   made=() notes=() placed=() news=() left=()
   make_folder "$base"
   exec {lock}<"$base"
-  flock -n "$lock" || { echo "another install is at work in $base" >&2; exit 1; }
+  flock -w 10 "$lock" || { echo "another install is at work in $base" >&2; exit 1; }
   read_ledger "$ledger" settles
   read_ledger "$ledger.coming" comes
 }
@@ -46,8 +46,7 @@ write_ledger() {
     for name in "${!coming[@]}"; do
       printf '%s  %s\n' "${coming["$name"]}" "$name"
     done | LC_ALL=C sort -k 2
-  } >"$1.writing"
-  mv -f "$1.writing" "$1"
+  } >"$1.writing" && mv -f "$1.writing" "$1"
 }
 
 # expect NAME SUM: NAME will be shipped. announce says so on disk, before anything is placed.
@@ -62,13 +61,11 @@ announce() {
   {
     for entry in "${!known[@]}"; do printf '%s  %s\n' "${entry:0:64}" "${known["$entry"]}"; done
     [ ${#made[@]} -eq 0 ] || printf '#made %s\n' "${made[@]}"
-  } >"$ledger.coming.writing"
-  mv -f "$ledger.coming.writing" "$ledger.coming"
+  } >"$ledger.coming.writing" && mv -f "$ledger.coming.writing" "$ledger.coming"
 }
 
 close_ledger() {
-  write_ledger "$ledger"
-  rm -f "$ledger.coming"
+  write_ledger "$ledger" && rm -f "$ledger.coming"
 }
 
 # make_folder PATH: with the folders above it, remembering which weren't there before.
@@ -139,8 +136,7 @@ place() {
 put() {
   if holds "$2" "$3"; then return; fi
   make_folder "${2%/*}"
-  cp "$1" "$2.installing"
-  mv -f "$2.installing" "$2"
+  cp "$1" "$2.installing" && mv -f "$2.installing" "$2" || return
   placed+=("$2")
 }
 
