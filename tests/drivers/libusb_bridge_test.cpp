@@ -176,6 +176,7 @@ TEST(Bridge, a_late_answer_in_the_middle_of_a_load_ends_it_there) {
         LoadAll(rig.part);
         EXPECT_EQ(usbGetError(rig.part), LibusbBridge::kTimeOut);
         EXPECT_EQ(rig.board().newest(), static_cast<std::uint64_t>(word) + 1);
+        EXPECT_FALSE(rig.part.Registers(word + 1).sent()) << "nobody knows whether it arrived";
         LoadAll(rig.part);
         EXPECT_EQ(usbGetError(rig.part), 0);
         EXPECT_EQ(rig.board().newest(), static_cast<std::uint64_t>(word) + 4);
