@@ -13,6 +13,7 @@ desktop_places() {
   [[ ${XDG_DATA_HOME:-} != /* ]] || data_home=${XDG_DATA_HOME%/}
   bin_home=$HOME/.local/bin
   desktop_ledger=$data_home/zentrel/desktop.sha256
+  entry_file=$data_home/applications/org.zentrel.Zentrel.desktop
   service_file=$data_home/dbus-1/services/org.zentrel.Zentrel.service
 }
 
@@ -71,7 +72,7 @@ put_on_desktop() (
   service_text "$folder" >"$texts/service"
   sources=("$texts/entry" "$texts/service" "$share/org.zentrel.Zentrel.svg"
     "$share/org.zentrel.Zentrel.metainfo.xml")
-  names=("$data_home/applications/org.zentrel.Zentrel.desktop" "$service_file"
+  names=("$entry_file" "$service_file"
     "$data_home/icons/hicolor/scalable/apps/org.zentrel.Zentrel.svg"
     "$data_home/metainfo/org.zentrel.Zentrel.metainfo.xml")
   for completion in "$share"/completion/*; do

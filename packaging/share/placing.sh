@@ -90,12 +90,11 @@ find_sum() {
   sum=${sum%% *}
 }
 
-# find_state NAME -> path, and state: absent; ours, as Zentrel left it; or theirs, which nobody here
-# may touch.
+# find_state NAME -> path, its sum, and state: absent; ours, as Zentrel left it; or theirs, which
+# nobody here may touch.
 find_state() {
-  local sum
   find_path "$1"
-  state=theirs
+  state=theirs sum=
   if [ -L "$path" ]; then return; fi
   if [ ! -e "$path" ]; then state=absent; fi
   if [ -f "$path" ]; then
@@ -104,37 +103,31 @@ find_state() {
   fi
 }
 
-holds() {
-  local sum
-  [ -f "$1" ] && find_sum "$1" && [ "$sum" = "$2" ]
-}
-
 # place SOURCE NAME: the expected NAME gets SOURCE's content, unless it is theirs: then it stays, and
 # a shipped version that they haven't seen yet goes beside it as NAME.new.
 place() {
-  local source=$1 name=$2 expected=${coming["$2"]} beside=$2.new try=1 path state
+  local source=$1 name=$2 expected=${coming["$2"]} beside=$2.new try=1 path state sum
   find_state "$name"
   if [ "$state" != theirs ]; then
-    put "$source" "$path" "$expected"
+    [ "$sum" = "$expected" ] || put "$source" "$path"
   elif [ "${settled["$name"]:-}" = "$expected" ]; then
     # Told before. What lies beside it since then stays ours.
     [ -z "${settled["$beside"]:-}" ] || coming["$beside"]=${settled["$beside"]}
   else
     find_state "$beside"
-    while [ "$state" = theirs ] && ! holds "$path" "$expected"; do
+    while [ "$state" = theirs ] && [ "$sum" != "$expected" ]; do
       beside=$name.new$((++try))
       find_state "$beside"
     done
     expect "$beside" "$expected"
     announce
-    put "$source" "$path" "$expected"
+    [ "$sum" = "$expected" ] || put "$source" "$path"
     news+=("$beside")
   fi
 }
 
-# put SOURCE PATH SUM
+# put SOURCE PATH
 put() {
-  if holds "$2" "$3"; then return; fi
   make_folder "${2%/*}"
   cp "$1" "$2.installing" && mv -f "$2.installing" "$2" || return
   placed+=("$2")
@@ -151,16 +144,15 @@ retire() {
 }
 
 take_away() {
-  local path state
+  local path state sum
   find_state "$1"
   rm -f "$path.installing"
-  case $state in
-    ours)
-      rm -f "$path"
-      drop_empty "${path%/*}"
-      ;;
-    theirs) left+=("$1") ;;
-  esac
+  if [ "$state" = theirs ]; then
+    left+=("$1")
+  else
+    rm -f "$path"
+    drop_empty "${path%/*}"
+  fi
 }
 
 # Empty folders inside the ledger's own go with their last file.
@@ -207,10 +199,11 @@ place_folder() {
   done <"$from/.shipped.sha256"
   open_ledger "$folder/.shipped.sha256"
   if up_to_date; then return; fi
-  for name in "${!listed[@]}"; do
+  while IFS= read -r line; do
+    name=${line%: FAILED*}
     [ -f "$from/$name" ] || { echo "$from lacks $name: unpack it again" >&2; exit 1; }
-    holds "$from/$name" "${listed["$name"]}" || changed["$name"]=yes
-  done
+    changed["$name"]=yes
+  done < <(cd "$from" && LC_ALL=C sha256sum --quiet -c .shipped.sha256 2>/dev/null)
   for name in "${!listed[@]}"; do expect "$name" "${listed["$name"]}"; done
   announce
   for name in "${!listed[@]}"; do
