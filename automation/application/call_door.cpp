@@ -1,0 +1,52 @@
+#include "automation/application/call_door.h"
+
+#include <algorithm>
+#include <array>
+
+#include "session/frm_part.h"
+
+namespace zentrel {
+namespace {
+
+constexpr std::array<std::string_view, 26> kInPause{
+    // What only looks.
+    "GetVersionID", "GetPDFrequency", "GetPrgmBits", "GetPrgmBitValue", "GetPrgmBitsText",
+    "GetPrgmPins", "GetVCOFrequency", "GetOUT0Frequency", "GetOUT1Frequency", "GetOSCinFrequency",
+    "GetExternalSourceFrequency", "GetLinkedPLL", "GetAutoReload", "GetSaveSettings",
+    "CheckModeText", "CheckPLLName", "Part",
+    // What stops a run.
+    "StopBurst", "StopBurstMode", "StopBurstCommands",
+    // What does nothing while one is under way.
+    "StartBurst", "EnableBurst", "RunBurstMode", "RunBurstOnce", "AddBurst", "DeleteBurst"};
+
+} // namespace
+
+Turn TurnOf(std::string_view operation) {
+    if (operation == "SelectPart") return Turn::StopFirst;
+    const bool inPause = std::find(kInPause.begin(), kInPause.end(), operation) != kInPause.end();
+    return inPause ? Turn::Pause : Turn::Idle;
+}
+
+void CallDoor::Admit(Turn turn, const Call& call, const Done& done) {
+    EventGuard& guard = frm_.guard;
+    if (!guard.busy()) return Serve(call, done);
+    if (turn == Turn::StopFirst) frm_.burst.run.StopBurstCommands();
+    auto later = [this, call, done] { Serve(call, done); };
+    if (turn == Turn::Pause) {
+        guard.RunSoon(std::move(later));
+    } else {
+        guard.RunWhenIdle(std::move(later));
+    }
+}
+
+void CallDoor::Serve(const Call& call, const Done& done) {
+    std::exception_ptr failure;
+    try {
+        frm_.guard.RunCall(call);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    done(failure);
+}
+
+} // namespace zentrel
