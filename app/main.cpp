@@ -27,16 +27,28 @@ class Application : public QApplication {
     }
 };
 
+// How the bus starts the program for a call, and an engineer never does.
+constexpr const char* kAutomation = "--automation";
+
 } // namespace
 
-// The command line has no options. Whatever stands there, the window is shown and stays.
+// The command line tells the kind of start and nothing else: on behalf of a call, or by an
+// engineer, who gets the window of the program that runs already. Either way the window is shown
+// and stays until it is closed or the last client has gone.
 int main(int argc, char* argv[]) {
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zentrel"));
     QApplication::setApplicationVersion(QStringLiteral("4.2.1"));
     QApplication::setQuitOnLastWindowClosed(false);
+    const bool forCall = QApplication::arguments().contains(QLatin1String(kAutomation));
+    if (!forCall && zentrel::dbus::RaiseRunningProgram()) return 0;
     zentrel::view::DressApplication(qEnvironmentVariable("ZENTREL_THEME"));
     zentrel::Program program(QCoreApplication::applicationDirPath().toStdString());
     program.Start();
+    // Two starts at once: the one that got the name stays.
+    if (program.JoinBus() == zentrel::dbus::Bus::Joined::AsSecond) {
+        zentrel::dbus::RaiseRunningProgram();
+        return 0;
+    }
     return QApplication::exec();
 }

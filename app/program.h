@@ -5,6 +5,10 @@
 
 #include <QSocketNotifier>
 
+#include <QTimer>
+
+#include "automation/application/window_frame.h"
+#include "automation/dbus/bus.h"
 #include "device/part.h"
 #include "form/session.h"
 #include "partfile/ini_file.h"
@@ -28,6 +32,8 @@ class Program {
 
     /// Shows the window, without a device.
     void Start();
+    /// Serves other programs, on the session's bus or on the one at `address`.
+    dbus::Bus::Joined JoinBus(const QString& address = {});
 
     FrmPart& frm() { return frm_; }
     cPart& part() { return part_; }
@@ -40,6 +46,7 @@ class Program {
 
   private:
     class BetweenPasses;
+    class Frame;
 
     Drivers DriversFor(bool simulated);
     void ConnectSession();
@@ -57,6 +64,10 @@ class Program {
     std::unique_ptr<BetweenPasses> pause_;
     FrmPart frm_;
     std::unique_ptr<view::MainWindow> window_;
+    std::unique_ptr<Frame> frame_;
+    QTimer followCalls_;
+    std::unique_ptr<dbus::Service> service_;
+    std::unique_ptr<dbus::Bus> bus_;
     std::unique_ptr<QSocketNotifier> deviceEvents_; ///< Of `hardware_.watch`.
 };
 

@@ -11,6 +11,7 @@ class FrmPart;
 /// When a call is served while something holds the thread. A message box and a script hold every
 /// call up; a running burst serves some in the pause between two passes.
 enum class Turn {
+    Now,       ///< At once, whatever holds the thread: it touches nothing of the model.
     Pause,     ///< In the pause too: it reads, it stops the run, or it does nothing during one.
     StopFirst, ///< Asks the run to stop, and goes on when it has ended.
     Idle,      ///< Waits until nothing holds the thread.
