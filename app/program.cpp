@@ -106,14 +106,19 @@ void Program::MakeWindow() {
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
-    frm_.guard.AfterEvent = [this] { window_->Sync(); };
+    frm_.guard.AfterEvent = [this] { FollowModels(); };
     frame_ = std::make_unique<Frame>(*window_, boxes_);
     followCalls_.setSingleShot(true);
     followCalls_.setInterval(kFollowCalls);
-    followCalls_.callOnTimeout([this] { window_->Sync(); });
+    followCalls_.callOnTimeout([this] { FollowModels(); });
     frm_.guard.AfterCall = [this] {
         if (!followCalls_.isActive()) followCalls_.start();
     };
+}
+
+void Program::FollowModels() {
+    window_->Sync();
+    if (service_) service_->Follow();
 }
 
 void Program::Start() {

@@ -40,6 +40,7 @@ class Program {
     SimulatedBench& bench() { return bench_; }
     view::MainWindow& window() { return *window_; }
     view::MessageBoxes& boxes() { return boxes_; }
+    dbus::Service& service() { return *service_; }
 
     /// What runs when the window has gone; quits the toolkit's loop unless told otherwise.
     std::function<void()> Ended;
@@ -51,6 +52,7 @@ class Program {
     Drivers DriversFor(bool simulated);
     void ConnectSession();
     void MakeWindow();
+    void FollowModels();
     void WatchDevices();
 
     Session session_;

@@ -46,6 +46,7 @@ Bus::Bus(Service& service, QString address)
                          service_.CallerLeft(caller);
                      });
     service_.CallerHolds = [this](const QString& caller) { Watch(caller); };
+    service_.Send = [this](const QDBusMessage& signal) { Connection().send(signal); };
     lost_.setSingleShot(true);
     lost_.callOnTimeout([this] { Lost(); });
     again_.setInterval(kReconnect);
@@ -56,6 +57,7 @@ Bus::Bus(Service& service, QString address)
 
 Bus::~Bus() {
     service_.CallerHolds = {};
+    service_.Send = {};
     Leave();
     QDBusConnection::disconnectFromBus(name_);
 }

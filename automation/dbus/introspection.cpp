@@ -47,7 +47,7 @@ bool IsBusProperty(const Member& member) {
     return member.kind == Member::Kind::Property && member.parameters.empty();
 }
 
-QString InterfaceXml(const objects::ClassTable& table) {
+QString InterfaceXml(const objects::ClassTable& table, const QString& signals) {
     QString xml = QStringLiteral(" <interface name=\"%1\">\n").arg(InterfaceOf(table));
     for (const Member& member : table.members()) {
         if (IsBusProperty(member)) {
@@ -57,7 +57,12 @@ QString InterfaceXml(const objects::ClassTable& table) {
         for (std::size_t n = member.required(); n <= member.parameters.size(); ++n)
             xml += Method(member, n);
     }
-    return xml + QStringLiteral(" </interface>\n");
+    return xml + signals + QStringLiteral(" </interface>\n");
+}
+
+QString WireSignalXml() {
+    return QStringLiteral("  <signal name=\"Words\">\n   <arg name=\"lines\" type=\"as\"/>\n"
+                          "   <arg name=\"leftOut\" type=\"i\"/>\n  </signal>\n");
 }
 
 QString StandardXml(bool properties) {

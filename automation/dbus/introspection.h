@@ -18,7 +18,10 @@ bool IsBusProperty(const objects::Member& member);
 
 /// The interface of a class in its members' order. A method with arguments that may be left out
 /// stands once for each number of them.
-QString InterfaceXml(const objects::ClassTable& table);
+/// `signals`: the signals that it has besides, ready made.
+QString InterfaceXml(const objects::ClassTable& table, const QString& signals = {});
+/// The wire's one signal: lines, and how many were left out behind them.
+QString WireSignalXml();
 
 /// The standard interfaces of each object.
 QString StandardXml(bool properties);

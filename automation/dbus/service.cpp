@@ -18,7 +18,12 @@ namespace zentrel::dbus {
 namespace {
 
 constexpr qint64 kSlice = 8; // milliseconds
+constexpr const char* kManager = "org.freedesktop.DBus.ObjectManager";
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
+
+QString Latin(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 [[noreturn]] void NoObject(const QDBusMessage& call) {
     throw BadCall("UnknownObject", "There is no object at " + call.path().toStdString());
@@ -31,17 +36,49 @@ const Service::Standard Service::kStandard[] = {
     {kProperties, "Get", "ss", &Service::Get},
     {kProperties, "Set", "ssv", &Service::Set},
     {kProperties, "GetAll", "s", &Service::GetAll},
-    {"org.freedesktop.DBus.ObjectManager", "GetManagedObjects", "", &Service::GetManagedObjects},
+    {kManager, "GetManagedObjects", "", &Service::GetManagedObjects},
 };
 
 Service::Service(FrmPart& frm, WindowFrame& frame)
     : frm_(frm), application_(frm, frame), reception_(clients_, frame),
-      objects_(frm, application_, reception_) {
+      objects_(frm, application_, reception_, wire_), news_(frm.part, objects_) {
     qDBusRegisterMetaType<InterfaceValues>();
     qDBusRegisterMetaType<ManagedObjects>();
     nextTurn_.setSingleShot(true);
     nextTurn_.setInterval(0);
     nextTurn_.callOnTimeout([this] { ServeWaiting(); });
+    ConnectSignals();
+}
+
+void Service::Emit(QDBusMessage signal, const QVariantList& arguments) const {
+    signal.setArguments(arguments);
+    if (Send) Send(signal);
+}
+
+// From each manager that lists the object.
+void Service::EmitNews(const char* name, const std::string& path, const QVariant& content) const {
+    for (const std::string_view manager : {kFrontDoor, kPart}) {
+        if (path == manager || !path.starts_with(manager)) continue;
+        Emit(QDBusMessage::createSignal(Latin(manager), QLatin1String(kManager),
+                                        QLatin1String(name)),
+             {QVariant::fromValue(QDBusObjectPath(QString::fromStdString(path))), content});
+    }
+}
+
+void Service::ConnectSignals() {
+    news_.Came = [this](const std::string& path, const objects::ObjectRef& object) {
+        const InterfaceValues values{{InterfaceOf(object.table()), ReadAll(object, objects_)}};
+        EmitNews("InterfacesAdded", path, QVariant::fromValue(values));
+    };
+    news_.Went = [this](const std::string& path, const objects::ClassTable& table) {
+        EmitNews("InterfacesRemoved", path, QStringList{InterfaceOf(table)});
+    };
+    wire_.Send = [this](const std::string& follower, const QStringList& lines, int leftOut) {
+        Emit(QDBusMessage::createTargetedSignal(QString::fromStdString(follower), Latin(kWire),
+                                                QStringLiteral("org.zentrel.Wire"),
+                                                QStringLiteral("Words")),
+             {lines, leftOut});
+    };
 }
 
 bool Service::handleMessage(const QDBusMessage& call, const QDBusConnection& bus) {
@@ -121,7 +158,10 @@ QVariantList Service::CallObject(const QDBusMessage& call) {
         const Member* member = MemberOf(facet, call.member());
         if (member == nullptr) continue;
         QVariantList answer = CallMember(facet, *member, call.arguments(), objects_);
-        if (clients_.Holds(reception_.caller) && CallerHolds) CallerHolds(call.service());
+        const std::string& caller = reception_.caller;
+        if (clients_.Holds(caller) || wire_.Holds(caller)) {
+            if (CallerHolds) CallerHolds(call.service());
+        }
         return answer;
     }
     throw BadCall("UnknownMethod", "There is no method " + call.member().toStdString() + " at " +
@@ -141,7 +181,8 @@ QString Service::introspect(const QString& path) const {
     QString xml;
     bool properties = false;
     for (const auto& facet : facets) {
-        xml += InterfaceXml(facet.table());
+        const bool wire = &facet.table() == objects::ClassOf<WireFeed>();
+        xml += InterfaceXml(facet.table(), wire ? WireSignalXml() : QString());
         for (const Member& member : facet.table().members())
             properties = properties || IsBusProperty(member);
     }
@@ -181,6 +222,7 @@ QVariantList Service::GetManagedObjects(const QDBusMessage& call) {
     if (!ServiceObjects::IsManager(path)) {
         throw BadCall("UnknownMethod", "There is no method GetManagedObjects at " + path);
     }
+    news_.Begin();
     ManagedObjects found;
     objects_.Walk(path, [&](const std::string& at, const objects::ObjectRef& object) {
         found[QDBusObjectPath(QString::fromStdString(at))].insert(InterfaceOf(object.table()),
@@ -190,11 +232,13 @@ QVariantList Service::GetManagedObjects(const QDBusMessage& call) {
 }
 
 void Service::CallerLeft(const QString& caller) {
+    wire_.Leave(caller.toStdString());
     clients_.Leave(caller.toStdString());
 }
 
 void Service::BusLeft() {
     waiting_.clear();
+    wire_.Forget();
     clients_.Forget();
 }
 

@@ -12,8 +12,10 @@
 #include "automation/application/application.h"
 #include "automation/application/call_door.h"
 #include "automation/application/clients.h"
+#include "automation/dbus/object_news.h"
 #include "automation/dbus/reception.h"
 #include "automation/dbus/service_objects.h"
+#include "automation/dbus/wire_feed.h"
 
 namespace zentrel::dbus {
 
@@ -32,6 +34,12 @@ class Service : public QDBusVirtualObject {
     void BusLeft();
     /// Runs when a caller begins to hold something: whoever hears it tells of its leaving.
     std::function<void(const QString& caller)> CallerHolds;
+    /// Where signals go out.
+    std::function<void(const QDBusMessage& signal)> Send;
+
+    /// To be called behind the program's events: tells callers of objects that came and went.
+    void Follow() { news_.Tell(); }
+    WireFeed& wire() { return wire_; }
 
   private:
     struct Waiting {
@@ -56,6 +64,10 @@ class Service : public QDBusVirtualObject {
     const objects::ObjectRef& Facet(const std::vector<objects::ObjectRef>& facets,
                                     const QString& interface) const;
 
+    void ConnectSignals();
+    void EmitNews(const char* name, const std::string& path, const QVariant& content) const;
+    void Emit(QDBusMessage signal, const QVariantList& arguments) const;
+
     QVariantList Introspect(const QDBusMessage& call);
     QVariantList Get(const QDBusMessage& call);
     QVariantList Set(const QDBusMessage& call);
@@ -67,7 +79,9 @@ class Service : public QDBusVirtualObject {
     CallDoor door_{frm_};
     Application application_;
     Reception reception_;
+    WireFeed wire_{reception_};
     ServiceObjects objects_;
+    ObjectNews news_;
 
     // Many calls in a row leave the window room to live: past a slice of time they wait for the
     // next turn of the event loop.

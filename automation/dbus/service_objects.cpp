@@ -8,9 +8,11 @@ namespace zentrel::dbus {
 using objects::ClassOf;
 using objects::ObjectRef;
 
-ServiceObjects::ServiceObjects(FrmPart& frm, Application& application, Reception& reception)
+ServiceObjects::ServiceObjects(FrmPart& frm, Application& application, Reception& reception,
+                               WireFeed& wire)
     : reception_(reception), front_(ObjectRef::Unowned(*ClassOf<Reception>(), reception)),
       application_(objects::RefTo(application)),
+      wire_(ObjectRef::Unowned(*ClassOf<WireFeed>(), wire)),
       device_(std::string(kPart), objects::RefTo(frm.part)) {}
 
 // The number of the client's object that stands at a path, or 0.
@@ -25,6 +27,7 @@ int ServiceObjects::ClientAt(std::string_view path) const {
 std::vector<ObjectRef> ServiceObjects::At(std::string_view path) const {
     if (path == kFrontDoor) return {front_};
     if (path == kApplication) return {application_};
+    if (path == kWire) return {wire_};
     if (const int number = ClientAt(path)) {
         const auto client = std::make_shared<ClientObject>(reception_, number);
         return {application_, {*ClassOf<ClientObject>(), client}};
@@ -34,7 +37,7 @@ std::vector<ObjectRef> ServiceObjects::At(std::string_view path) const {
 }
 
 std::vector<std::string> ServiceObjects::Children(std::string_view path) const {
-    if (path == kFrontDoor) return {"Application", "Part"};
+    if (path == kFrontDoor) return {"Application", "Part", "Wire"};
     if (path == kApplication) {
         std::vector<std::string> numbers;
         for (const auto& [number, owner] : reception_.clients().owners())
@@ -48,6 +51,7 @@ std::vector<std::string> ServiceObjects::Children(std::string_view path) const {
 void ServiceObjects::Walk(std::string_view manager, const ObjectTree::Visit& visit) const {
     if (manager == kFrontDoor) {
         visit(std::string(kApplication), application_);
+        visit(std::string(kWire), wire_);
         visit(std::string(kPart), device_.root());
     }
     for (const std::string& child : device_.Children(device_.root())) {

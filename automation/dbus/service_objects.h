@@ -8,18 +8,20 @@
 #include "automation/application/application.h"
 #include "automation/dbus/object_tree.h"
 #include "automation/dbus/reception.h"
+#include "automation/dbus/wire_feed.h"
 
 namespace zentrel::dbus {
 
 inline constexpr std::string_view kFrontDoor = "/org/zentrel";
 inline constexpr std::string_view kApplication = "/org/zentrel/Application";
+inline constexpr std::string_view kWire = "/org/zentrel/Wire";
 inline constexpr std::string_view kPart = "/org/zentrel/Part";
 
 /// All objects of the service: the front door, the program's `Application` and those of its
-/// clients, and the device with what it holds.
+/// clients, the wire, and the device with what it holds.
 class ServiceObjects : public Paths {
   public:
-    ServiceObjects(FrmPart& frm, Application& application, Reception& reception);
+    ServiceObjects(FrmPart& frm, Application& application, Reception& reception, WireFeed& wire);
 
     /// What stands at a path, an interface each; empty when nothing does.
     std::vector<objects::ObjectRef> At(std::string_view path) const;
@@ -39,6 +41,7 @@ class ServiceObjects : public Paths {
     Reception& reception_;
     objects::ObjectRef front_;
     objects::ObjectRef application_;
+    objects::ObjectRef wire_;
     ObjectTree device_;
 };
 
