@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string_view>
 
 #include <QApplication>
 #include <QStyle>
@@ -28,7 +30,15 @@ class Application : public QApplication {
 };
 
 // How the bus starts the program for a call, and an engineer never does.
-constexpr const char* kAutomation = "--automation";
+constexpr std::string_view kAutomation = "--automation";
+
+// On a bench without a display a call still gets its program.
+void DrawIntoMemoryWithoutDisplay() {
+    for (const char* display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(display)) return;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
 
 } // namespace
 
@@ -36,11 +46,12 @@ constexpr const char* kAutomation = "--automation";
 // engineer, who gets the window of the program that runs already. Either way the window is shown
 // and stays until it is closed or the last client has gone.
 int main(int argc, char* argv[]) {
+    const bool forCall = std::find(argv + 1, argv + argc, kAutomation) != argv + argc;
+    if (forCall) DrawIntoMemoryWithoutDisplay();
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zentrel"));
     QApplication::setApplicationVersion(QStringLiteral("4.2.1"));
     QApplication::setQuitOnLastWindowClosed(false);
-    const bool forCall = QApplication::arguments().contains(QLatin1String(kAutomation));
     if (!forCall && zentrel::dbus::RaiseRunningProgram()) return 0;
     zentrel::view::DressApplication(qEnvironmentVariable("ZENTREL_THEME"));
     zentrel::Program program(QCoreApplication::applicationDirPath().toStdString());

@@ -4,7 +4,6 @@
 #include <string>
 
 #include <QSocketNotifier>
-
 #include <QTimer>
 
 #include "automation/application/window_frame.h"

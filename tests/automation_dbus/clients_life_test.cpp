@@ -228,7 +228,8 @@ TEST_F(BusLifeTest, a_second_start_brings_the_first_window_up_and_ends) {
     EXPECT_FALSE(program_->window().isMinimized());
 }
 
-TEST_F(BusLifeTest, a_call_starts_the_program_and_the_last_release_ends_it) {
+TEST_F(BusLifeTest,
+       a_call_starts_the_program_on_a_bench_without_a_display_and_the_last_release_ends_it) {
     TestBus bus;
     BusClient bench(bus.Address());
     const auto running = [&] {

@@ -30,7 +30,8 @@ class TestBus {
                   .arg(Address(), folder_.path()));
         write("org.zentrel.Zentrel.service",
               QStringLiteral("[D-BUS Service]\nName=org.zentrel.Zentrel\n"
-                             "Exec=/usr/bin/env QT_QPA_PLATFORM=offscreen %1/zentrel "
+                             "Exec=/usr/bin/env -u QT_QPA_PLATFORM -u DISPLAY "
+                             "-u WAYLAND_DISPLAY %1/zentrel "
                              "--automation\n")
                   .arg(folder_.path()));
         // A program of its own folder: what it writes is its own too.
