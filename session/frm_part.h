@@ -112,6 +112,8 @@ class FrmPart {
     /// in any case; a name that matches none does nothing.
     void RestoreMode(int Index);
     void RestoreModeString(std::string_view name);
+    /// The number of the mode that it matches; -1 for none.
+    int FindMode(std::string_view name) const;
     /// Merges the setup into a file of that name; restores one.
     void SaveBurstCommands(std::string_view sFileName);
     void LoadBurstCommands(std::string_view sFileName);
