@@ -15,8 +15,9 @@ Upward Upward::None() {
     static PortScreenView port;
     static LinkedBlocks blocks;
     static PartFileWriter partFile;
-    return {&displays, &messages, &status,  &hooks, &pause,  &tabs,
-            &builder,  &route,    &options, &port,  &blocks, &partFile};
+    static BurstPlayer burst;
+    return {&displays, &messages, &status, &hooks,  &pause,    &tabs, &builder,
+            &route,    &options,  &port,   &blocks, &partFile, &burst};
 }
 
 } // namespace zentrel

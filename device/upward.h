@@ -93,6 +93,16 @@ class EventPause {
     virtual void Pause() {}
 };
 
+/// The replay of the burst list (burst/burst_run.h), and its picture as digits.
+class BurstPlayer {
+  public:
+    virtual ~BurstPlayer() = default;
+    virtual void RunBurstCommands() {}
+    virtual void RunBurstOnce() {}
+    virtual void StopBurstCommands() {}
+    virtual void DisplayBurstVector() {}
+};
+
 /// The tab strip and the keyboard focus.
 class TabStrip {
   public:
@@ -203,6 +213,7 @@ struct Upward {
     PortScreenView* port;
     LinkedBlocks* blocks;
     PartFileWriter* partFile;
+    BurstPlayer* burst;
 
     /// The ones that do nothing.
     static Upward None();
