@@ -37,8 +37,10 @@ Rows Fields() {
         SessionField<&S::bOLEServer>("bOLEServer"),
         SessionField<&S::bBitsAndPinsTabTooWide>("bBitsAndPinsTabTooWide"),
         SessionField<&S::lpt_port_access>("lpt_port_access"),
-        ReadOnly<[](FrmPart& frm) { return RefToTexts(frm.session.logged_errors); }>(
-            "logged_errors"),
+        Property<[](FrmPart& frm) { return RefToTexts(frm.session.logged_errors); },
+                 [](FrmPart& frm, const Value& errors) {
+                     frm.session.logged_errors = TextsOf(errors);
+                 }>("logged_errors"),
         SessionField<&S::msgbox_errors>("msgbox_errors"),
         SessionField<&S::bExecuteScripts>("bExecuteScripts"),
         SessionField<&S::raw_tab_tally>("raw_tab_tally"),

@@ -41,7 +41,7 @@ TEST(FormRoutines, arguments_are_counted_and_numbers_checked) {
     EXPECT_THROW(rig.Call("SetVCOInternal", {Value(true), Value(2)}), NotFound);
     EXPECT_THROW(rig.Call("ShowSynthDiv", {Value(5)}), NotFound);
     EXPECT_THROW(Write(rig.form, "CleanUp", Value(1)), WrongAccess);
-    EXPECT_THROW(Write(rig.form, "logged_errors", Value(1)), WrongAccess);
+    EXPECT_THROW(Write(rig.form, "logged_errors", Value(1)), WrongType);
 }
 
 TEST(FormRoutines, scripts_show_and_hide_what_the_diagrams_have) {
