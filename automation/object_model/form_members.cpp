@@ -129,7 +129,7 @@ Rows UpToThePartType() {
         Routine<&F::SavePartForm>("SavePartForm"),
         Routine<&F::SaveBurstCommands>("SaveBurstCommands", {"sFileName"}),
         Routine<&F::LoadBurstCommands>("LoadBurstCommands", {"sFileName"}),
-        Routine<[](F& frm, std::string& name, std::optional<std::string> family) {
+        Routine<[](F& frm, std::string& name, std::optional<Text> family) {
             frm.SetupPartForm(name, family);
         }>("SetupPartForm", {"sPartName", "vPartType"}),
         Routine<&F::RestoreModeString>("RestoreModeString", {"name"}),

@@ -21,7 +21,7 @@ namespace {
 using std::int16_t;
 using std::int32_t;
 using Text = std::string_view;
-using OptionalText = std::optional<std::string>;
+using OptionalText = std::optional<std::string_view>;
 
 template<auto Collection>
 Member Items(std::string_view name) {
@@ -137,11 +137,11 @@ Rows Building() {
         }>("AddRegister", {"RegName", "lMask", "value", "bLowByte"}),
         Routine<[](cPart& part, Text name, Text reg, int16_t start, int16_t length, bool display,
                    OptionalText group) {
-            AddProgramBit(part, name, reg, start, length, display, group.value_or(std::string()));
+            AddProgramBit(part, name, reg, start, length, display, group.value_or(Text()));
         }>("AddProgramBit", {"name", "cReg", "strt", "l", "disp", "group"}),
         Routine<[](cPart& part, Text name, Text reg, int16_t start, int16_t length, bool display,
                    OptionalText group) {
-            AddCounter(part, name, reg, start, length, display, group.value_or(std::string()));
+            AddCounter(part, name, reg, start, length, display, group.value_or(Text()));
         }>("AddCounter", {"name", "cReg", "strt", "l", "disp", "group"}),
         Routine<&AddList>("AddList", {"name", "group"}),
         Routine<[](cPart& part, Text name, int32_t position, bool readBack) {
