@@ -29,6 +29,12 @@ std::vector<Member> Fields() {
         SessionField<&S::bExecuteScripts>("bExecuteScripts"),
         SessionField<&S::raw_tab_tally>("raw_tab_tally"),
         SessionField<&S::hscPrgmBits_Max>("hscPrgmBits_Max"),
+        Routine<[](FrmPart& form, std::string_view text) {
+            form.StatusBar1.StatusBar_SetString(text);
+        }>("StatusBar_SetString", {"text"}),
+        Routine<[](FrmPart& form, std::string& name, std::optional<std::string> family) {
+            form.SetupPartForm(name, family);
+        }>("SetupPartForm", {"sPartName", "vPartType"}),
     };
 }
 
