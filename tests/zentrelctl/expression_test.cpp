@@ -74,7 +74,9 @@ TEST(Words, become_values_of_the_type_that_is_wanted_or_nothing) {
         const auto value =
             ValueFromWord(QString::fromLatin1(test.word), QString::fromLatin1(test.type));
         EXPECT_EQ(value.has_value(), test.value.isValid()) << test.word << " as " << test.type;
-        if (value) EXPECT_EQ(*value, test.value) << test.word << " as " << test.type;
+        if (value) {
+            EXPECT_EQ(*value, test.value) << test.word << " as " << test.type;
+        }
     }
 }
 
