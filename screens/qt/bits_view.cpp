@@ -250,16 +250,30 @@ void BitsView::Place() {
                              m.textHeight);
         l.list->setGeometry(box.x(), box.y(), width, m.boxHeight);
     }
-    const int rise = Rise();
-    for (std::size_t k = 0; k < frames_.size(); ++k) {
-        const Frame& f = model_.fraPrgmBits[k];
-        frames_[k]->setGeometry(Pixels(f.Left), Pixels(f.Top) - rise, Pixels(f.Width),
-                                Pixels(f.Height));
-    }
+    PlaceFrames();
     PlacePins();
     FitContent();
     for (QObject* child : content_->children())
         if (auto* frame = dynamic_cast<GroupFrame*>(child)) frame->Sync();
+}
+
+// The model places each frame by the one before it. A frame that grew after that, or one wider than
+// its neighbour below, pushes what stands to the right of it or under it out of its way.
+void BitsView::PlaceFrames() {
+    const int gap = Pixels(kGapTwips), rise = Rise();
+    int column = 0, columnLeft = 0, below = 0, right = 0;
+    for (std::size_t k = 0; k < frames_.size(); ++k) {
+        const Frame& f = model_.fraPrgmBits[k];
+        if (k == 0 || f.Left != column) {
+            column = f.Left;
+            columnLeft = k == 0 ? Pixels(column) : std::max(Pixels(column), right + gap);
+            below = 0;
+        }
+        const int top = std::max(Pixels(f.Top) - rise, below);
+        frames_[k]->setGeometry(columnLeft, top, Pixels(f.Width), Pixels(f.Height));
+        right = std::max(right, columnLeft + Pixels(f.Width));
+        below = top + Pixels(f.Height) + gap / 2;
+    }
 }
 
 // The design leaves more room above the frames than a page needs.
@@ -273,8 +287,8 @@ void BitsView::PlacePins() {
     const Frame& f = model_.fraPrgmPins;
     const int width = ColumnWidth();
     int left = Pixels(f.Left);
-    if (!frames_.empty())
-        left = std::max(left, frames_.back()->geometry().right() + Pixels(kGapTwips));
+    for (const GroupFrame* frame : frames_)
+        left = std::max(left, frame->geometry().right() + Pixels(kGapTwips));
     int bottom = 0;
     for (const Bit& pin : pins_) {
         const Element& e = model_.chkPrgmPin[pin.index];

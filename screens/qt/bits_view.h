@@ -63,6 +63,7 @@ class BitsView : public ScreenView {
     void NameWidgets();
     void TellOnHover(QWidget* widget, const std::string& field);
     void Place();
+    void PlaceFrames();
     void PlacePins();
     int Rise() const;
     void FitContent();

@@ -25,7 +25,8 @@ constexpr double kRadius = 3;         // of an oscillator
 constexpr double kDetectorHalf = 5.5; // of the phase detector's height
 constexpr double kReferenceInput = kLoopRow - 2.5;
 constexpr double kFeedbackInput = kLoopRow + 3;
-constexpr double kLine = 2.25; // a line of small text
+constexpr double kLine = 2.25;       // a line of small text
+constexpr int kFrequencyDigits = 13; // with the box's margins, room for twelve and a point
 
 class Layout {
   public:
@@ -47,11 +48,12 @@ class Layout {
     // From the oscillator's pin to the R counter; gives the left edge of the phase detector.
     double Reference() {
         double x = kMargin;
-        const double boxWidth = BoxWidth(10, false);
+        const double boxWidth = BoxWidth(kFrequencyDigits, false);
         double centre = kMargin + std::max(boxWidth / 2, kRadius);
         if (panel_.lblPLLOSCinPin.Visible) {
             const double pin = kMargin + std::max(1.0, NameWidth(panel_.lblPLLOSCinPin) / 2);
-            centre = std::max(centre, pin + kGap + kRadius);
+            const double name = NameWidth(panel_.lblPLLOSCinPin) / 2 + 0.75;
+            centre = std::max(centre, pin + std::max(kGap, name) + kRadius);
             Pin(pin, kReferenceRow, panel_.lblPLLOSCinPin);
             Wire({{pin, kReferenceRow}, {centre - kRadius, kReferenceRow}});
         }
@@ -97,7 +99,7 @@ class Layout {
               {corner, kReferenceRow},
               {corner, kReferenceInput},
               {detector, kReferenceInput}});
-        const double width = BoxWidth(11, true);
+        const double width = BoxWidth(kFrequencyDigits, true);
         const double top = kReferenceRow - 2 - box_;
         const double left = x + 1.5;
         Place("txtFpd", left, top, width);
@@ -153,7 +155,7 @@ class Layout {
         Wire({{from, kLoopRow}, {left, kLoopRow}});
         Oscillator(centre, kLoopRow);
         Caption(centre, top - kLine - 0.25, 13);
-        const double width = BoxWidth(13, false);
+        const double width = BoxWidth(kFrequencyDigits, false);
         const double boxTop = top - kLine - 0.75 - box_;
         Place("txtVCO", left, boxTop, width);
         Unit(left + width, boxTop, 7);
@@ -313,7 +315,7 @@ class Layout {
     }
 
     void DrawOutput(const Output& output, double left, double row) {
-        const double width = BoxWidth(11, false);
+        const double width = BoxWidth(kFrequencyDigits, false);
         double right = left + 5;
         if (output.divider.Visible) {
             const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);

@@ -207,9 +207,11 @@ void RegistersView::PlaceHeader() {
     const int ruler = ruler_->sizeHint().height();
     const int height = ruler + m.unit + m.half;
     if (header_->height() != height) header_->setFixedHeight(height);
-    headerContent_->resize(std::max(c.right, width()), height);
-    order_->setGeometry(c.nameLeft, m.unit + (ruler - order_->height()) / 2, c.nameWidth,
-                        order_->height());
+    headerContent_->resize(std::max(c.right, this->width()), height);
+    // As wide as short names; above long ones it ends where they do.
+    const int width = std::min(c.nameWidth, order_->sizeHint().width() + m.Units(2));
+    order_->setGeometry(c.nameLeft + c.nameWidth - width, m.unit + (ruler - order_->height()) / 2,
+                        width, order_->height());
     ruler_->setGeometry(c.bitsLeft, m.unit, c.bitsWidth, ruler);
     hexValue_->setGeometry(c.hexLeft, m.unit, c.hexWidth + m.Units(4), m.textHeight);
     hexDisplay_->setGeometry(c.hexLeft, m.unit + m.textHeight, c.hexWidth + m.Units(4),

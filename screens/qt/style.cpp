@@ -299,7 +299,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DitherDisabledText:
         return 0;
     case SH_TabBar_ElideMode:
-        return Qt::ElideRight;
+        return Qt::ElideNone; // Too many tabs scroll: what is cut to two letters names nothing.
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }

@@ -41,6 +41,7 @@ class TabStripView : public QWidget {
     const Hand& hand_;
     TabModel& model_;
     MakePage makePage_;
+    QWidget* strip_; ///< Holds both, so that hiding them leaves their place empty.
     QTabBar* bar_;
     QStackedLayout* stack_;
     std::vector<ScreenView*> pages_;
