@@ -183,12 +183,60 @@ void WriteNames(const std::filesystem::path& folder) {
     file.Key("DISPLAY_TYPE", "VCO_extVCO");
 }
 
+void WriteLargeBlocks(PartFile& file) {
+    file.Section("PLLS", 4);
+    for (int i = 0; i < 4; ++i) {
+        const std::string n = std::to_string(i);
+        file.Entry().Key("NAME", "PLL" + n).Key("N", "N" + n).Key("R", "R" + n).Key("OSCIN", 10);
+        file.Key("FRACTNUM", "NUM" + n).Key("FRACTDEN", "DEN" + n).Key("VCO_MAX", 3000);
+    }
+    file.Section("CLKDISTS", 2);
+    for (int block = 0; block < 2; ++block) {
+        file.Entry().Key("NAME", "Clocks " + std::to_string(block)).Key("Clocks", 8);
+        file.Key("PLL", "PLL" + std::to_string(block)).Key("DISPLAY_TYPE", "PLL_internalVCO");
+        file.Key("INPUT_DIV", "VCO_DIV" + std::to_string(block)).Key("IntVCO_Freq", 1200);
+        for (int c = 0; c < 8; ++c) {
+            const std::string n = std::to_string(8 * block + c);
+            file.Channel("CLK_DIV_", c, "DIV" + n).Channel("CLK_DELAY_", c, "DLY" + n);
+            file.Channel("CLK_MUX_", c, "MUX" + n).Channel("CLK_EN_", c, "EN" + n);
+        }
+    }
+}
+
+void WriteLarge(const std::filesystem::path& folder) {
+    constexpr int kFields = 1000, kOfBlocks = 4 * 4 + 2 + 16 * 4;
+    PartFile file(folder, kLarge, 32, 2);
+    file.Registers(128).Section("BITS", kFields);
+    for (int i = 0; i < 4; ++i) {
+        const std::string n = std::to_string(i), frame = "Synthesiser " + n;
+        file.Field("N" + n, 2 * i, 2, 14, "Counter", frame);
+        file.Field("R" + n, 2 * i, 16, 10, "Counter", frame);
+        file.Field("NUM" + n, 2 * i + 1, 2, 12, "Counter", frame);
+        file.Field("DEN" + n, 2 * i + 1, 14, 12, "Counter", frame);
+    }
+    for (int i = 0; i < 2; ++i)
+        file.Field("VCO_DIV" + std::to_string(i), 8 + i, 2, 4, "Counter", "Dividers");
+    for (int i = 0; i < 16; ++i) {
+        const std::string n = std::to_string(i), frame = "Channel " + n;
+        file.Field("DIV" + n, 10 + i, 2, 8, "Counter", frame);
+        file.Field("DLY" + n, 10 + i, 10, 2, "List", frame);
+        file.Field("MUX" + n, 10 + i, 12, 2, "List", frame);
+        file.Field("EN" + n, 10 + i, 14, 1, "Bit", frame);
+    }
+    constexpr std::string_view kKinds[] = {"Bit", "Counter", "List"};
+    for (int i = 0; i < kFields - kOfBlocks; ++i)
+        file.Field("FIELD_" + std::to_string(i), 26 + i % 102, 2 + 2 * (i / 102),
+                   i % 3 == 0 ? 1 : 2, kKinds[i % 3], "Group " + std::to_string(i / 20));
+    WriteLargeBlocks(file);
+}
+
 } // namespace
 
 void WriteDevices(const std::filesystem::path& folder) {
     WriteChannels(folder);
     WriteMany(folder);
     WriteNames(folder);
+    WriteLarge(folder);
     PartFile(folder, kBare, 24, 3);
     PartFile(folder, kWords, 64, 5).Registers(80);
 }

@@ -18,6 +18,8 @@ inline const std::string kNames = "ODD-NAMES";
 inline const std::string kBare = "ODD-BARE";
 /// 80 registers of 64 bits.
 inline const std::string kWords = "ODD-WORDS";
+/// 4 fractional PLLs, 2 clock blocks of 8 channels and 1,000 fields in 128 registers.
+inline const std::string kLarge = "ODD-LARGE";
 
 /// Writes all of them into the program's folder.
 void WriteDevices(const std::filesystem::path& folder);
