@@ -4,6 +4,7 @@
 #include "device/errors.h"
 #include "device/number_text.h"
 #include "device/part.h"
+#include "device/text.h"
 
 namespace zentrel {
 
@@ -45,6 +46,19 @@ std::string FieldTip(const cPart& part, std::string_view field) {
     } catch (const Error&) {
         return {};
     }
+}
+
+std::string BitTip(const cPart& part, std::string_view reg, int bit) {
+    constexpr int kMostFields = 3; // A bit seldom has more than one.
+    std::string tip = std::string(reg) + ", bit " + std::to_string(bit);
+    if (bit < part.ControlLength) tip += "\nControl bit: part of the register's address";
+    int fields = 0;
+    for (const cPrgmBits& field : part.PrgmBits) {
+        const bool holds = field.Position >= 0 && field.Position <= bit &&
+                           bit < field.Position + field.Length && EqualNoCase(field.Register, reg);
+        if (holds && ++fields <= kMostFields) tip += "\n\n" + FieldTip(part, field.ID);
+    }
+    return tip;
 }
 
 std::string RegisterTip(const cPart& part, std::string_view name) {

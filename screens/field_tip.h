@@ -14,4 +14,7 @@ std::string FieldTip(const cPart& part, std::string_view field);
 /// The same for a register: name, word in hexadecimal, whether it waits to be sent.
 std::string RegisterTip(const cPart& part, std::string_view name);
 
+/// What one bit of a register is: its number, and the fields that it belongs to.
+std::string BitTip(const cPart& part, std::string_view reg, int bit);
+
 } // namespace zentrel

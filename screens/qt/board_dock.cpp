@@ -106,6 +106,7 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
     table_->setAlternatingRowColors(true);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setWordWrap(false);
+    table_->setTabKeyNavigation(false); // The arrows move in it; Tab goes on.
     table_->setAccessibleName(tr("Words that the board latched, newest first"));
     QHeaderView* rows = table_->verticalHeader();
     rows->hide();
@@ -124,6 +125,10 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
                            text.horizontalAdvance(QStringLiteral("Register name")) + gap);
     table_->setMinimumSize(Metrics::Now().Units(24), Metrics::Now().Units(8));
     setWidget(table_);
+}
+
+QWidget* BoardDock::table() const {
+    return table_;
 }
 
 void BoardDock::Sync() {

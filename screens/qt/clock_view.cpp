@@ -21,6 +21,7 @@
 #include "screens/qt/model_text.h"
 #include "screens/qt/scroll_page.h"
 #include "screens/qt/spinner.h"
+#include "synth/pll.h"
 
 namespace zentrel::view {
 
@@ -43,6 +44,16 @@ void WriteTwips(Element& element, const QRect& pixels) {
 
 std::string Lines(const std::string& first, const std::string& second) {
     return first.empty() || second.empty() ? first + second : first + "\n" + second;
+}
+
+/// What a frequency box is, shows and may hold. `limits`: least as caption, most as tag; or null.
+std::string FrequencyTip(const std::string& name, const TextBox& box, const Label* limits) {
+    std::string tip = name + "\nNow " + box.Text + " MHz";
+    if (!limits || (limits->Caption.empty() && limits->Tag.empty())) return tip;
+    tip += "\nLimits:";
+    if (!limits->Caption.empty()) tip += " from " + limits->Caption;
+    if (!limits->Tag.empty()) tip += " up to " + limits->Tag;
+    return tip + " MHz";
 }
 
 } // namespace
@@ -139,12 +150,18 @@ CaptionLabel* ClockView::AddValue(Label& element, const char* name, bool clickab
 }
 
 void ClockView::AddPath() {
-    const auto why = [this](ClockItem item) {
-        return [this, item] { return WhyOutOfPath(*block_, item); };
+    const auto frequency = [this](const char* name, const TextBox& box, Label PllPanel::*limits,
+                                  ClockItem item) {
+        return [this, name, &box, limits, item] {
+            const cPLL* pll = block_->LinkedPLL();
+            return Lines(FrequencyTip(name, box, pll ? &(pll->panel.*limits) : nullptr),
+                         WhyOutOfPath(*block_, item));
+        };
     };
-    reference_ =
-        AddBox(panel_.txtCLK_RefOSCfreq, "txtCLK_RefOSCfreq", tr("Reference oscillator, MHz"),
-               ClockBox::RefOSC, -1, why(ClockItem::ReferenceInput));
+    reference_ = AddBox(panel_.txtCLK_RefOSCfreq, "txtCLK_RefOSCfreq",
+                        tr("Reference oscillator, MHz"), ClockBox::RefOSC, -1,
+                        frequency("Reference oscillator", panel_.txtCLK_RefOSCfreq,
+                                  &PllPanel::lblOSC_Range, ClockItem::ReferenceInput));
     readouts_ = {AddValue(panel_.clkDist_R_value, "clkDist_R_value", false),
                  AddValue(panel_.clkDist_PDF_value, "clkDist_PDF_value", false),
                  AddValue(panel_.clkDist_N_value, "clkDist_N_value", false)};
@@ -156,11 +173,14 @@ void ClockView::AddPath() {
     delayR_ = AddList(panel_.CB_CLK_Delay_R, "CB_CLK_Delay_R", tr("Global delay of R"), -1,
                       delay(panel_.CB_CLK_Delay_R));
     AddFilter();
-    vco_ = AddBox(panel_.txtCLK_VCOfreq, "txtCLK_VCOfreq", tr("VCO, MHz"), ClockBox::VCO, -1,
-                  why(ClockItem::VcoInput));
+    vco_ = AddBox(
+        panel_.txtCLK_VCOfreq, "txtCLK_VCOfreq", tr("VCO, MHz"), ClockBox::VCO, -1,
+        frequency("VCO", panel_.txtCLK_VCOfreq, &PllPanel::lblVCO_Range, ClockItem::VcoInput));
     AddDivider();
     external_ = AddBox(panel_.txtCLK_ExtSRCfreq, "txtCLK_ExtSRCfreq", tr("External source, MHz"),
-                       ClockBox::ExtSRC, -1, why(ClockItem::ExternalInput));
+                       ClockBox::ExtSRC, -1,
+                       frequency("External source", panel_.txtCLK_ExtSRCfreq,
+                                 &PllPanel::lblVCO_Range, ClockItem::ExternalInput));
     inputMux_ = AddList(panel_.cbClkInputMux, "cbClkInputMux", tr("Input mux"), -1,
                         [this] { return FieldTip(block_->Part(), "MODE"); });
 }

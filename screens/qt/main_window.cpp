@@ -89,6 +89,7 @@ void MainWindow::Sync() {
         setWindowTitle(title);
     menu_->Sync();
     tabs_->Sync();
+    KeepDockLast();
     status_->Sync();
     dock_->Sync();
     about_->Sync();
@@ -98,6 +99,14 @@ void MainWindow::Sync() {
         timer->Sync();
     if (isVisible() != models_.visible) setVisible(models_.visible);
     syncing_ = false;
+}
+
+// A page that was made since stands at the end of the Tab key's way.
+void MainWindow::KeepDockLast() {
+    QWidget* last = previousInFocusChain();
+    while (last != this && !(last->focusPolicy() & Qt::TabFocus))
+        last = last->previousInFocusChain();
+    if (last != dock_->table()) setTabOrder(last, dock_->table());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -74,6 +74,7 @@ class MainWindow : public QMainWindow {
   private:
     ScreenView* MakePage(int tab, QWidget* parent);
     void PlaceOnScreen();
+    void KeepDockLast();
 
     WindowModels models_;
     Hand hand_;

@@ -132,7 +132,6 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     Row r{};
     r.name = new CaptionLabel({model.lblRegName, i}, CaptionLabel::Tone::Strong, kLeft, content_);
     r.name->setObjectName(IndexedName("lblRegName", i));
-    r.name->installEventFilter(this);
     r.bits = new BitRow(hand_, {model.txtRegBits, i}, actions, content_);
     r.bits->setObjectName(IndexedName("txtRegBits", i));
     r.load = new PushButton(
@@ -145,6 +144,8 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.read = new PushButton(
         hand_, {model.cmdReadback, i}, [&model, row] { model.ClickRead(row); }, content_);
     r.read->setObjectName(IndexedName("cmdReadback", i));
+    for (QWidget* explained : std::initializer_list<QWidget*>{r.name, r.bits, r.name2, r.hex})
+        explained->installEventFilter(this);
     const QString name = FromModel(model_.lblRegName[i].Caption);
     r.bits->setAccessibleName(tr("Bits of %1").arg(name));
     r.load->setAccessibleName(tr("Load %1").arg(name));
@@ -302,10 +303,18 @@ void RegistersView::FollowCaret() {
 
 bool RegistersView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ToolTip) return ScreenView::eventFilter(watched, event);
-    for (std::size_t i = 0; i < rows_.size(); ++i)
-        if (rows_[i].name == watched)
-            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                               TipText(model_.TipOn(static_cast<int>(i))), rows_[i].name);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const Row& row = rows_[i];
+        const int number = static_cast<int>(i);
+        if (watched == row.name || watched == row.name2 || watched == row.hex)
+            QToolTip::showText(help->globalPos(), TipText(model_.TipOn(number)), row.name);
+        if (watched == row.bits)
+            QToolTip::showText(
+                help->globalPos(),
+                TipText(model_.TipOnBit(number, grid_.BitOf(grid_.ColumnAt(help->pos().x())))),
+                row.bits);
+    }
     return true;
 }
 

@@ -45,6 +45,16 @@ TEST_F(RegistersTab, a_row_shows_every_bit_and_the_word_in_hex) {
     EXPECT_EQ(screen.lblRegName2[2].Caption, "R2");
 }
 
+TEST_F(RegistersTab, a_bit_tells_which_fields_it_belongs_to) {
+    desk.AddField("GAIN", "r1", 4, 3);
+    desk.AddField("MODE", "r1", 6, 2);
+    EXPECT_EQ(screen.TipOnBit(1, 4).find("R1, bit 4\n\nGAIN\nr1, bits 6 to 4"), 0U);
+    EXPECT_THAT(screen.TipOnBit(1, 6),
+                testing::AllOf(testing::HasSubstr("GAIN"), testing::HasSubstr("MODE")));
+    EXPECT_EQ(screen.TipOnBit(1, 8), "R1, bit 8");
+    EXPECT_EQ(screen.TipOnBit(0, 4), "R0, bit 4");
+}
+
 TEST_F(RegistersTab, the_ruler_numbers_the_bits_from_the_left) {
     EXPECT_EQ(screen.lblTens[0].Caption.substr(0, 10), "2  2  2  2");
     EXPECT_EQ(screen.lblOnes[0].Caption.substr(0, 10), "3  2  1  0");
