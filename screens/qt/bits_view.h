@@ -66,6 +66,7 @@ class BitsView : public ScreenView {
     void PlaceFrames();
     void PlacePins();
     int Rise() const;
+    int Shift() const;
     void FitContent();
     BitsSizes RealSizes() const;
 

@@ -75,6 +75,7 @@ class MainWindow : public QMainWindow {
     ScreenView* MakePage(int tab, QWidget* parent);
     void PlaceOnScreen();
     void KeepDockLast();
+    void FitFont();
 
     WindowModels models_;
     Hand hand_;

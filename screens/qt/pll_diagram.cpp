@@ -116,8 +116,8 @@ class Layout {
         Block(phase, QStringLiteral("Phase\nDetector")).tip = TipText(panel_.lblPLL[10].Caption);
         const double second = name_ + kLine - 0.5; // below a name of two lines
         Place("lblPDPol", phase.left() + 1.5, kTop + second + 0.75, 9);
-        const QRectF below(phase.left() - 2, phase.bottom() + 0.5, phase.width() + 4, kLine);
-        Text(below, QStringLiteral("Polarity"));
+        Text({phase.left(), kTop + second + 0.75 + box_, phase.width(), kLine},
+             QStringLiteral("Polarity"));
 
         const QRectF pump(phase.right() + 4, kTop, 14, 2 * kDetectorHalf);
         Wire({{phase.right(), kLoopRow}, {pump.left(), kLoopRow}});
@@ -157,8 +157,8 @@ class Layout {
         Caption(centre, top - kLine - 0.25, 13);
         const double width = BoxWidth(kFrequencyDigits, false);
         const double boxTop = top - kLine - 0.75 - box_;
-        Place("txtVCO", left, boxTop, width);
-        Unit(left + width, boxTop, 7);
+        Place("txtVCO", centre - width / 2, boxTop, width);
+        Unit(centre + width / 2, boxTop, 7);
         vco_ = right;
         return Branches(right);
     }

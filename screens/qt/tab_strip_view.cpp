@@ -1,5 +1,7 @@
 #include "screens/qt/tab_strip_view.h"
 
+#include <utility>
+
 #include <QLineEdit>
 #include <QPainter>
 #include <QStackedLayout>
@@ -59,6 +61,12 @@ TabStripView::TabStripView(const Hand& hand, TabModel& model, MakePage makePage,
 ScreenView* TabStripView::page(int tab) const {
     return tab >= 0 && tab < static_cast<int>(pages_.size()) ? pages_[static_cast<std::size_t>(tab)]
                                                              : nullptr;
+}
+
+void TabStripView::ForgetPages() {
+    const Hand::Busy busy(hand_);
+    for (ScreenView*& page : pages_)
+        if (page) Discard(std::exchange(page, nullptr));
 }
 
 void TabStripView::Sync() {

@@ -29,6 +29,8 @@ class TabStripView : public QWidget {
 
     void Sync();
     ScreenView* page(int tab) const;
+    /// Makes the pages anew when they are next shown: for another font.
+    void ForgetPages();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
