@@ -94,6 +94,7 @@ TEST_P(EveryWidgetTest, the_wheel_over_what_has_no_focus_changes_nothing_and_scr
                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
             turn.ignore();
             QCoreApplication::sendEvent(widget, &turn);
+            EXPECT_FALSE(turn.isAccepted()) << Name(*widget);
         }
     });
     EXPECT_TRUE(Words() == before);
