@@ -129,7 +129,33 @@ void ShowTheFieldsTab(benchmark::State& state) {
 }
 BENCHMARK(ShowTheFieldsTab)->Unit(benchmark::kMillisecond);
 
-/// The same with the board's dock at its fullest.
+/// The pages of the device before are gone: all widgets are made.
+void LoadTheDeviceAndShowItsFields(benchmark::State& state) {
+    Bench& bench = Bench::Only();
+    for (auto _ : state) {
+        bench.frm().guard.Run([&] { bench.frm().SelectDevice(odd::kBare, {}); });
+        bench.ShowTab(kBitsTab);
+        bench.frm().guard.Run([&] { bench.frm().SelectDevice(odd::kLarge, {}); });
+        bench.ShowTab(kBitsTab);
+    }
+}
+BENCHMARK(LoadTheDeviceAndShowItsFields)->Unit(benchmark::kMillisecond);
+
+void DragTheWindowsCornerOverTheFields(benchmark::State& state) {
+    Bench& bench = Bench::Only();
+    bench.ShowTab(kBitsTab);
+    QWidget& window = bench.program().window();
+    const QSize usual = window.size();
+    int drag = 0;
+    for (auto _ : state) {
+        window.resize(usual + QSize(1, 1) * (++drag % 40));
+        QApplication::processEvents();
+    }
+    window.resize(usual);
+}
+BENCHMARK(DragTheWindowsCornerOverTheFields)->Unit(benchmark::kMillisecond);
+
+/// A typed frequency with the board's dock at its fullest.
 void TypeAVcoFrequencyBeforeAFullBoard(benchmark::State& state) {
     Bench& bench = Bench::Only();
     const auto& history = bench.program().bench().board.history();
