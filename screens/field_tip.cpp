@@ -72,4 +72,15 @@ std::string RegisterTip(const cPart& part, std::string_view name) {
     }
 }
 
+std::string FrequencyTip(std::string_view name, std::string_view value, std::string_view unit,
+                         const Label& limits) {
+    std::string tip(name);
+    tip.append("\nNow ").append(value).append(" ").append(unit);
+    if (limits.Caption.empty() && limits.Tag.empty()) return tip;
+    tip += "\nLimits:";
+    if (!limits.Caption.empty()) tip += " from " + limits.Caption;
+    if (!limits.Tag.empty()) tip += " up to " + limits.Tag;
+    return tip.append(" ").append(unit);
+}
+
 } // namespace zentrel

@@ -46,16 +46,6 @@ std::string Lines(const std::string& first, const std::string& second) {
     return first.empty() || second.empty() ? first + second : first + "\n" + second;
 }
 
-/// What a frequency box is, shows and may hold. `limits`: least as caption, most as tag; or null.
-std::string FrequencyTip(const std::string& name, const TextBox& box, const Label* limits) {
-    std::string tip = name + "\nNow " + box.Text + " MHz";
-    if (!limits || (limits->Caption.empty() && limits->Tag.empty())) return tip;
-    tip += "\nLimits:";
-    if (!limits->Caption.empty()) tip += " from " + limits->Caption;
-    if (!limits->Tag.empty()) tip += " up to " + limits->Tag;
-    return tip + " MHz";
-}
-
 } // namespace
 
 ClockView::ClockView(const Hand& hand, std::shared_ptr<cClkDist> block, frmLoopFilter& filter,
@@ -154,7 +144,7 @@ void ClockView::AddPath() {
                                   ClockItem item) {
         return [this, name, &box, limits, item] {
             const cPLL* pll = block_->LinkedPLL();
-            return Lines(FrequencyTip(name, box, pll ? &(pll->panel.*limits) : nullptr),
+            return Lines(FrequencyTip(name, box.Text, "MHz", pll ? pll->panel.*limits : Label()),
                          WhyOutOfPath(*block_, item));
         };
     };

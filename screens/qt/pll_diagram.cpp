@@ -57,7 +57,8 @@ class Layout {
             Pin(pin, kReferenceRow, panel_.lblPLLOSCinPin);
             Wire({{pin, kReferenceRow}, {centre - kRadius, kReferenceRow}});
         }
-        Oscillator(centre, kReferenceRow);
+        Oscillator(centre, kReferenceRow).tip = TipText(
+            FrequencyTip(panel_.lblPLL[2].Caption, panel_.txtOsc.Text, "MHz", panel_.lblOSC_Range));
         Caption(centre, kReferenceRow - kRadius - 2.75, 2);
         const double below = kReferenceRow + kRadius + 1.25;
         const double left = std::max(kMargin, centre - boxWidth / 2);
@@ -149,11 +150,10 @@ class Layout {
         const double centre = left + around + kRadius;
         const double right = centre + kRadius + around;
         const double top = kLoopRow - kRadius - around;
-        if (onChip)
-            Block({left, top, right - left, right - left}, {}).tip =
-                QStringLiteral("VCO on the chip");
+        if (onChip) Block({left, top, right - left, right - left}, {});
         Wire({{from, kLoopRow}, {left, kLoopRow}});
-        Oscillator(centre, kLoopRow);
+        Oscillator(centre, kLoopRow).tip = TipText(FrequencyTip(
+            onChip ? "VCO on the chip" : "VCO", panel_.txtVCO.Text, "MHz", panel_.lblVCO_Range));
         Caption(centre, top - kLine - 0.25, 13);
         const double width = BoxWidth(kFrequencyDigits, false);
         const double boxTop = top - kLine - 0.75 - box_;
@@ -382,8 +382,8 @@ class Layout {
                       Qt::Alignment align = Qt::AlignCenter) {
         return diagram_.scene.Text(Px(rect), text, tone, align);
     }
-    void Oscillator(double x, double y) {
-        diagram_.scene.Oscillator(Px(QPointF(x, y)), kRadius * unit_);
+    DiagramItem& Oscillator(double x, double y) {
+        return diagram_.scene.Oscillator(Px(QPointF(x, y)), kRadius * unit_);
     }
     void Caption(double centre, double top, int label) {
         Text({centre - 14, top, 28, kLine}, Name(label));
