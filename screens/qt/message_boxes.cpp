@@ -1,7 +1,9 @@
 #include "screens/qt/message_boxes.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <vector>
 
 #include <QFileDialog>
 #include <QGridLayout>
@@ -59,6 +61,31 @@ QStringList Filters() {
     return filters;
 }
 
+// Scripts choose an icon by the next four bits of their buttons.
+QMessageBox::Icon IconOf(int buttons) {
+    switch (buttons & 0xF0) {
+    case 16:
+        return QMessageBox::Critical;
+    case kMsgQuestion:
+        return QMessageBox::Question;
+    case 48:
+        return QMessageBox::Warning;
+    case 64:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+// By answer, from OK = 1.
+constexpr std::array kButtons{QMessageBox::Ok,    QMessageBox::Cancel, QMessageBox::Abort,
+                              QMessageBox::Retry, QMessageBox::Ignore, QMessageBox::Yes,
+                              QMessageBox::No};
+
+QMessageBox::StandardButton ButtonOf(int answer) {
+    return kButtons[static_cast<std::size_t>(answer - 1)];
+}
+
 /// A text that would be taller than many a screen scrolls inside its box, so that the buttons stay
 /// in reach.
 void Scroll(QMessageBox& box) {
@@ -69,6 +96,7 @@ void Scroll(QMessageBox& box) {
     grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
     auto* view = new QPlainTextEdit(box.text(), &box);
     view->setReadOnly(true);
+    view->setAccessibleName(box.windowTitle());
     view->setFixedSize(Metrics::Now().Units(60), Metrics::Now().Units(40));
     label->hide();
     grid->addWidget(view, row, column, rows, columns);
@@ -107,6 +135,21 @@ bool MessageBoxes::Confirm(std::string_view text, std::string_view title) {
     Fill(box, text);
     box.setDefaultButton(QMessageBox::Ok);
     return box.exec() == QMessageBox::Ok;
+}
+
+int MessageBoxes::MessageBox(std::string_view text, std::string_view title, int buttons) {
+    const int usual = MessageBoxDefault(buttons);
+    if (!Begin()) return TellNobody(title, text), usual;
+    QMessageBox box(IconOf(buttons), Title(title), {}, QMessageBox::NoButton, window_);
+    Fill(box, text);
+    const std::vector<int> answers = MessageBoxAnswers(buttons);
+    for (const int answer : answers)
+        box.addButton(ButtonOf(answer));
+    box.setDefaultButton(ButtonOf(usual));
+    const int chosen = box.exec();
+    for (const int answer : answers)
+        if (ButtonOf(answer) == chosen) return answer;
+    return usual; // closed in a way that no button stands for
 }
 
 std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::string_view title,
