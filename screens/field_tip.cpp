@@ -27,15 +27,30 @@ std::string LimitsOf(const cPrgmBits& field) {
     return limits;
 }
 
+std::string NowOf(const cPrgmBits& field) {
+    try {
+        return field.Text();
+    } catch (const OutOfRange&) {
+        return NumberToText(field.BitValue()) + ", which its list doesn't have";
+    }
+}
+
+/// The beginning of a long text, cut between two characters.
+std::string Beginning(const std::string& text, std::size_t length) {
+    if (text.size() <= length) return text;
+    const auto inside = [&] { return (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U; };
+    while (length > 0 && inside())
+        --length;
+    return text.substr(0, length) + " ...";
+}
+
 std::string Describe(const cPrgmBits& field) {
     std::string tip = field.ID + "\n" + field.Register + ", " + BitsOf(field);
     if (!field.LinkedBits.empty()) tip += ", continued in " + field.LinkedBits;
-    tip += "\nNow " + field.Text();
+    tip += "\nNow " + NowOf(field);
     if (const std::string limits = LimitsOf(field); !limits.empty()) tip += "\nLimits: " + limits;
     if (field.Description.empty()) return tip;
-    tip += "\n" + field.Description.substr(0, kLongestDescription);
-    if (field.Description.size() > kLongestDescription) tip += " ...";
-    return tip;
+    return tip + "\n" + Beginning(field.Description, kLongestDescription);
 }
 
 } // namespace
