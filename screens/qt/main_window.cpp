@@ -89,6 +89,7 @@ void MainWindow::Sync() {
         setWindowTitle(title);
     menu_->Sync();
     tabs_->Sync();
+    KeepDockLast();
     status_->Sync();
     dock_->Sync();
     about_->Sync();
@@ -100,6 +101,22 @@ void MainWindow::Sync() {
     syncing_ = false;
 }
 
+// A page that was made since stands at the end of the Tab key's way.
+void MainWindow::KeepDockLast() {
+    QWidget* last = previousInFocusChain();
+    while (last != this && !(last->focusPolicy() & Qt::TabFocus))
+        last = last->previousInFocusChain();
+    if (last != dock_->table()) setTabOrder(last, dock_->table());
+}
+
+// The grid follows the font; pages are laid out on it when they are made.
+void MainWindow::FitFont() {
+    tabs_->ForgetPages();
+    tabs_->setMinimumHeight(Metrics::Now().Units(30));
+    status_->FitFont();
+    dock_->FitFont();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore(); // The session decides: a client or a burst may keep the window.
     hand_.Do(models_.close);
@@ -107,10 +124,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
-        if (tabs_) Sync();
-        update();
-    }
+    const bool font = event->type() == QEvent::FontChange;
+    if (!font && event->type() != QEvent::PaletteChange) return;
+    if (font && loopFilter_) FitFont();
+    if (loopFilter_) Sync();
+    update();
 }
 
 } // namespace zentrel::view

@@ -74,6 +74,8 @@ class MainWindow : public QMainWindow {
   private:
     ScreenView* MakePage(int tab, QWidget* parent);
     void PlaceOnScreen();
+    void KeepDockLast();
+    void FitFont();
 
     WindowModels models_;
     Hand hand_;

@@ -1,14 +1,19 @@
 #include "screens/qt/message_boxes.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <vector>
 
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 
+#include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
 
 namespace zentrel::view {
@@ -81,10 +86,30 @@ QMessageBox::StandardButton ButtonOf(int answer) {
     return kButtons[static_cast<std::size_t>(answer - 1)];
 }
 
+/// A text that would be taller than many a screen scrolls inside its box, so that the buttons stay
+/// in reach.
+void Scroll(QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!label || !grid || grid->indexOf(label) < 0) return;
+    int row = 0, column = 0, rows = 1, columns = 1;
+    grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+    auto* view = new QPlainTextEdit(box.text(), &box);
+    view->setReadOnly(true);
+    view->setAccessibleName(box.windowTitle());
+    view->setFixedSize(Metrics::Now().Units(60), Metrics::Now().Units(40));
+    label->hide();
+    grid->addWidget(view, row, column, rows, columns);
+}
+
 void Fill(QMessageBox& box, std::string_view text) {
+    constexpr std::size_t kLongText = 1500;
+    constexpr std::ptrdiff_t kManyLines = 30;
     box.setTextFormat(Qt::PlainText);
     box.setText(FromModel(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (text.size() > kLongText || std::count(text.begin(), text.end(), '\n') > kManyLines)
+        Scroll(box);
 }
 
 } // namespace
