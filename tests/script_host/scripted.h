@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "automation/script_host/script_host.h"
+#include "device/number_text.h"
 #include "tests/session/window.h"
 #include "transport/bench/bench.h"
 #include "transport/transport.h"
