@@ -108,6 +108,23 @@ TEST(ScriptingPage, every_excerpt_stands_in_the_file_that_it_names) {
     EXPECT_GE(compared, 15);
 }
 
+TEST(ScriptingPage, quotes_the_message_of_a_failing_hook) {
+    Program program;
+    std::string file = Read(kParts / "QVX2874.ini");
+    const std::string sound = "Part.Registers(\"R1\").Change";
+    file.replace(file.find(sound), sound.size(), "Part.Registers(\"R9\").Change");
+    program.folder.Write("QVX2874.ini", file);
+    std::string name = "QVX2874";
+    program.frm.SetupPartForm(name);
+    program.frm.guard.Run([&] { program.part.PrgmBits("ORDER").SetBitValue(3); });
+    ASSERT_EQ(program.boxes.shown.size(), 1U);
+    std::istringstream message(program.boxes.shown[0]);
+    std::string quoted;
+    for (std::string line; std::getline(message, line);)
+        quoted += "    " + line + "\n";
+    EXPECT_NE(Read(kDocs / "scripting.md").find(quoted), std::string::npos) << quoted;
+}
+
 // --- the lists of members ---
 
 std::string_view TypeText(objects::Type type) {
