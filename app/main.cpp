@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string_view>
 
 #include <QApplication>
 #include <QStyle>
@@ -27,16 +29,38 @@ class Application : public QApplication {
     }
 };
 
+// How the bus starts the program for a call, and an engineer never does.
+constexpr std::string_view kAutomation = "--automation";
+
+// On a bench without a display a call still gets its program.
+void DrawIntoMemoryWithoutDisplay() {
+    for (const char* display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(display)) return;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
 } // namespace
 
-// The command line has no options. Whatever stands there, the window is shown and stays.
+// The command line tells the kind of start and nothing else: on behalf of a call, or by an
+// engineer, who gets the window of the program that runs already. Either way the window is shown
+// and stays until it is closed or the last client has gone.
 int main(int argc, char* argv[]) {
+    const bool forCall = std::find(argv + 1, argv + argc, kAutomation) != argv + argc;
+    if (forCall) DrawIntoMemoryWithoutDisplay();
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zentrel"));
     QApplication::setApplicationVersion(QStringLiteral("4.2.1"));
+    QApplication::setDesktopFileName(QStringLiteral("org.zentrel.Zentrel"));
     QApplication::setQuitOnLastWindowClosed(false);
+    if (!forCall && zentrel::dbus::RaiseRunningProgram()) return 0;
     zentrel::view::DressApplication(qEnvironmentVariable("ZENTREL_THEME"));
     zentrel::Program program(QCoreApplication::applicationDirPath().toStdString());
     program.Start();
+    // Two starts at once: the one that got the name stays.
+    if (program.JoinBus() == zentrel::dbus::Bus::Joined::AsSecond) {
+        zentrel::dbus::RaiseRunningProgram();
+        return 0;
+    }
     return QApplication::exec();
 }

@@ -10,6 +10,12 @@
 #include "screens/qt/pll_view.h"
 
 namespace zentrel {
+namespace {
+
+// How far the window lags behind a row of calls, in milliseconds: a frame of the screen.
+constexpr int kFollowCalls = 16;
+
+} // namespace
 
 /// Between two passes of a burst: shows what changed and serves what waits.
 class Program::BetweenPasses : public EventPause {
@@ -23,6 +29,25 @@ class Program::BetweenPasses : public EventPause {
 
   private:
     Program& program_;
+};
+
+class Program::Frame : public WindowFrame {
+  public:
+    Frame(view::MainWindow& window, const view::MessageBoxes& boxes)
+        : window_(window), boxes_(boxes) {}
+    void Maximize() override { window_.setWindowState(Qt::WindowMaximized); }
+    void Minimize() override { window_.setWindowState(Qt::WindowMinimized); }
+    void BringToFront() override {
+        window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+        window_.Sync();
+        if (!boxes_.attended()) return; // There is no other window to be ahead of.
+        window_.raise();
+        window_.activateWindow();
+    }
+
+  private:
+    view::MainWindow& window_;
+    const view::MessageBoxes& boxes_;
 };
 
 Program::Program(const std::string& folder)
@@ -51,6 +76,7 @@ void Program::ConnectSession() {
         QDesktopServices::openUrl(QUrl(view::FromModel(url)));
     };
     frm_.links.Unloaded = [this] {
+        if (bus_) bus_->Leave();
         if (Ended) Ended();
     };
 }
@@ -81,7 +107,19 @@ void Program::MakeWindow() {
     boxes_.SetWindow(window_.get());
     dialogs_.SetWindow(window_.get());
     boxes_.BeforeShow = [this] { window_->Sync(); };
-    frm_.guard.AfterEvent = [this] { window_->Sync(); };
+    frm_.guard.AfterEvent = [this] { FollowModels(); };
+    frame_ = std::make_unique<Frame>(*window_, boxes_);
+    followCalls_.setSingleShot(true);
+    followCalls_.setInterval(kFollowCalls);
+    followCalls_.callOnTimeout([this] { FollowModels(); });
+    frm_.guard.AfterCall = [this] {
+        if (!followCalls_.isActive()) followCalls_.start();
+    };
+}
+
+void Program::FollowModels() {
+    window_->Sync();
+    if (service_) service_->Follow();
 }
 
 void Program::Start() {
@@ -89,6 +127,12 @@ void Program::Start() {
         frm_.Main();
         frm_.menu("mnuBoard").Checked = frm_.SimulatedBoard();
     });
+}
+
+dbus::Bus::Joined Program::JoinBus(const QString& address) {
+    service_ = std::make_unique<dbus::Service>(frm_, *frame_);
+    bus_ = std::make_unique<dbus::Bus>(*service_, address);
+    return bus_->Join();
 }
 
 } // namespace zentrel

@@ -4,9 +4,11 @@
 #include <string>
 
 #include <QSocketNotifier>
+#include <QTimer>
 
+#include "automation/application/window_frame.h"
+#include "automation/dbus/bus.h"
 #include "automation/script_host/script_host.h"
-#include "device/part.h"
 #include "device/part.h"
 #include "form/session.h"
 #include "partfile/ini_file.h"
@@ -31,22 +33,27 @@ class Program {
 
     /// Shows the window, without a device.
     void Start();
+    /// Serves other programs, on the session's bus or on the one at `address`.
+    dbus::Bus::Joined JoinBus(const QString& address = {});
 
     FrmPart& frm() { return frm_; }
     cPart& part() { return part_; }
     SimulatedBench& bench() { return bench_; }
     view::MainWindow& window() { return *window_; }
     view::MessageBoxes& boxes() { return boxes_; }
+    dbus::Service& service() { return *service_; }
 
     /// What runs when the window has gone; quits the toolkit's loop unless told otherwise.
     std::function<void()> Ended;
 
   private:
     class BetweenPasses;
+    class Frame;
 
     Drivers DriversFor(bool simulated);
     void ConnectSession();
     void MakeWindow();
+    void FollowModels();
     void WatchDevices();
 
     Session session_;
@@ -62,6 +69,10 @@ class Program {
     PartScripts scripts_{frm_};
     view::BreakKey breakKey_;
     std::unique_ptr<view::MainWindow> window_;
+    std::unique_ptr<Frame> frame_;
+    QTimer followCalls_;
+    std::unique_ptr<dbus::Service> service_;
+    std::unique_ptr<dbus::Bus> bus_;
     std::unique_ptr<QSocketNotifier> deviceEvents_; ///< Of `hardware_.watch`.
 };
 

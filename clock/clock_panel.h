@@ -17,7 +17,7 @@ inline constexpr int kClockLines = 47;
 
 /// Numbers k of the template's labels that something rests on.
 namespace clk_label {
-inline constexpr int kReference = 1, kFin = 2, kExternalSign = 3, kReferenceSign = 4,
+inline constexpr int kVcoAtMux = 0, kReference = 1, kFin = 2, kExternalSign = 3, kReferenceSign = 4,
                      kGlobalDelay = 5, kPll = 6, kExternalFilter = 7, kInternalFilter = 8, kVco = 9,
                      kVcoSign = 10, kInputMux = 11, kFirstHeader = 12, kLastHeader = 15,
                      kFirstMHz = 16, kVcoDivider = 24, kVcoMHz = 25, kExternalSource = 26,

@@ -34,6 +34,11 @@ void AddCLKChannel(cPart& part, int which_channel, std::string_view sClkDivName,
                    std::string_view sClkDelayName, std::string_view sClkMuxName,
                    std::string_view sClkENName);
 
+/// Sets nothing up: the filter's fields are names of the block. Scripts may call it.
+inline void SetupLoopFilter(const cPart& part) {
+    (void)part;
+}
+
 /// A whole block from its entry: everything above, the names that the block keeps, and the display
 /// mode. A mode that isn't known is told.
 cClkDist& LoadClkDist(cPart& part, const ClkDistEntry& entry);

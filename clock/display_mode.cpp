@@ -90,6 +90,17 @@ void ShowGlobalDelay(ClockPanel& panel, bool b) {
     panel.CB_CLK_Delay_R.Visible = b && both;
 }
 
+// The entries and readouts of the PLL and VCO group that every block has.
+void ShowPllVco(ClockPanel& panel, bool b) {
+    Show(panel, kPllVcoGroup, b);
+    for (Element* element : std::initializer_list<Element*>{
+             &panel.clkDist_R_value, &panel.clkDist_N_value, &panel.clkDist_PDF_value,
+             &panel.txtCLK_VCOfreq, &panel.CLKtxt_InputDiv, &panel.CLKspn_InputDiv,
+             &panel.CLKtxt_InputDivOutFreq, &panel.txtCLK_RefOSCfreq}) {
+        element->Visible = b;
+    }
+}
+
 void ShowChannel(ClockPanel& panel, int c, bool b) {
     ClockChannelRow& row = At(panel.channels, c);
     for (Element* element : std::initializer_list<Element*>{
@@ -104,6 +115,23 @@ void ShowChannel(ClockPanel& panel, int c, bool b) {
 void Embolden(ClockPanel& panel, std::span<const int> lines, bool bold) {
     for (const int k : lines)
         At(panel.LineCLK, k).BorderWidth = bold ? 2 : 1;
+}
+
+// All of a block's diagram. What the block lacks stays away when it shows.
+void ShowDiagram(cClkDist& block, bool b) {
+    ClockPanel& panel = block.panel;
+    const auto show = [b](auto& family) {
+        for (Element& element : family)
+            element.Visible = b;
+    };
+    show(panel.lblCLK);
+    show(panel.shpCLK);
+    show(panel.LineCLK);
+    panel.txtCLK_ExtSRCfreq.Visible = b;
+    Set_PLL_VCO(block, b);
+    Show_n_Channels(block, b ? block.ShownChannels() : 0);
+    panel.cbClkInputMux.Visible = b && ClockModeOf(block.Part()) == ClockMode::AllPaths;
+    if (b) panel.layout = {};
 }
 
 struct ModeRow {
@@ -169,17 +197,21 @@ void Show_n_Channels(cClkDist& block, int N) {
 }
 
 void Set_PLL_VCO(cClkDist& block, bool b) {
-    ClockPanel& panel = block.panel;
-    Show(panel, kPllVcoGroup, b);
-    for (Element* element : std::initializer_list<Element*>{
-             &panel.clkDist_R_value, &panel.clkDist_N_value, &panel.clkDist_PDF_value,
-             &panel.txtCLK_VCOfreq, &panel.CLKtxt_InputDiv, &panel.CLKspn_InputDiv,
-             &panel.CLKtxt_InputDivOutFreq, &panel.txtCLK_RefOSCfreq}) {
-        element->Visible = b;
-    }
-    ShowGlobalDelay(panel, b);
+    ShowPllVco(block.panel, b);
+    ShowGlobalDelay(block.panel, b);
     ShowFilterValues(block, b);
-    ShowBypass(panel, b);
+    ShowBypass(block.panel, b);
+}
+
+void Show_PLL(ClockPanel& design) {
+    ShowPllVco(design, true);
+    At(design.shpCLK, clk_shape::kGlobalDelay).Visible = true;
+    At(design.lblCLK, clk_label::kGlobalDelay).Visible = true;
+    for (Element* element : std::initializer_list<Element*>{
+             &design.CB_CLK_Delay_N, &design.CB_CLK_Delay_R, &design.clkdist_R3, &design.clkdist_R4,
+             &design.clkdist_C3, &design.clkdist_C4}) {
+        element->Visible = true;
+    }
 }
 
 void SetVCOInternal(cClkDist& block, bool b) {
@@ -220,6 +252,24 @@ void MoveEverythingUpForDistOnly(cClkDist& block, bool b) {
     block.panel.txtCLK_RefOSCfreq.Visible = !b;
     if (b) Set_PLL_VCO(block, false);
     block.panel.layout.rowsUp = b;
+}
+
+void Set_CLKDIST_PLL_VCO(ClockPanel& design, cClkDist& block, bool b) {
+    Show_PLL(design);
+    ShowDiagram(block, b);
+}
+
+void Show_CLKDIST(cClkDist& block) {
+    ShowDiagram(block, true);
+    ClockPanel& panel = block.panel;
+    At(panel.lblCLK, clk_label::kExternalSource).Caption = "External VCO";
+    At(panel.lblCLK, clk_label::kFin).Caption = "Ext VCO";
+    At(panel.lblCLK, clk_label::kVco).Caption = "Internal VCO";
+    At(panel.lblCLK, clk_label::kVcoAtMux).Caption = "Int VCO";
+}
+
+void Show_CLKDIST_PLL(cClkDist& block) {
+    Show_CLKDIST(block);
 }
 
 void Display_AdjustA2(cClkDist& block) {

@@ -6,6 +6,7 @@ namespace zentrel {
 
 class cClkDist;
 class cPart;
+struct ClockPanel;
 
 /// The shape of a block's diagram: which groups of its elements show in which display mode. Where a
 /// group only moves, a flag of `panel.layout` says so.
@@ -33,6 +34,27 @@ void Set_Internal_VCO_Only(cClkDist& block, bool b);
 void MoveEverythingUpForDistOnly(cClkDist& block, bool b);
 /// Hides the global delay of a block that hasn't both of them.
 void Display_AdjustA2(cClkDist& block);
+
+// For scripts; nothing in the program calls them.
+/// Shows the PLL and VCO group of the design drawing, which blocks are made after.
+void Show_PLL(ClockPanel& design);
+/// Shows or hides all of a block's diagram. What the block lacks stays away.
+void Set_CLKDIST_PLL_VCO(ClockPanel& design, cClkDist& block, bool b);
+/// Both show all of a block's diagram, and name its two sources "Internal VCO" and "External VCO",
+/// in short "Int VCO" and "Ext VCO" where they meet the input mux.
+void Show_CLKDIST(cClkDist& block);
+void Show_CLKDIST_PLL(cClkDist& block);
+/// Other names of Set_PLL_VCO and Set_Internal_VCO_Only.
+inline void Show_PLL_alt(cClkDist& block, bool b) {
+    Set_PLL_VCO(block, b);
+}
+inline void Show_intVCO_alt(cClkDist& block, bool b) {
+    Set_Internal_VCO_Only(block, b);
+}
+/// Changes nothing: a refresh leaves no state of the diagram behind that could be put back.
+inline void Reset_Display(const cClkDist& block) {
+    (void)block;
+}
 
 /// Draws the path of the selected input in bold, in the modes that show all paths.
 void UpdateCLKBoldPath(cClkDist& block);

@@ -37,7 +37,7 @@ constexpr auto kMenuBar = std::to_array<MenuRow>({
     {1, kLine, "", "mnuLine2"},
     {1, kEntry, "E&xit", "mnuExit"},
 
-    {0, kMenu, "&Keyboard Controls", "mnuKeyboard"},
+    {0, kMenu, "&Keyboard Controls", "mnuLoad"},
     {1, kEntry, "&Load Device", "mnuLoadPLL", "Ctrl+L"},
     {1, kMenu, "Step Frequency", "mnuStepFreq"},
     {2, kEntry, "Increase N By 1", "mnuIncN", "F2"},

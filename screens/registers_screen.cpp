@@ -80,7 +80,7 @@ void RegistersScreen::MakeTemplate() {
     cmdReadback[0].Visible = false;
     hscRegisters = {};
     vscRegisters = {};
-    hscRegisters.Visible = vscRegisters.Visible = false;
+    hscRegisters.Visible = vscRegisters.Visible = cmdBoxRegisters.Visible = false;
 }
 
 void RegistersScreen::ShowReadback(bool visible) {

@@ -36,6 +36,7 @@ class RegistersScreen {
     Label lblHexDisplay;
     Button cmdBitOrder; ///< "MSB -->" or "LSB -->": which bit stands on the left.
     ScrollBar hscRegisters, vscRegisters;
+    Button cmdBoxRegisters; ///< The corner piece between the two bars.
 
     // Reading back one register or field; visible with a read-back device only.
     TextBox txtReadRegName; ///< Name of the field that `cmdReadRegister` reads.

@@ -42,7 +42,7 @@ bool EventGuard::Run(const std::function<void()>& event) {
             part_.upward().messages->Show(failure, {}, MessageIcon::Exclamation);
         }
     }
-    EndEvent();
+    EndEvent(AfterEvent);
     return done;
 }
 
@@ -57,7 +57,7 @@ void EventGuard::RunCall(const std::function<void()>& call) {
             failure = std::current_exception();
         }
     }
-    EndEvent();
+    EndEvent(AfterCall ? AfterCall : AfterEvent);
     if (failure) std::rethrow_exception(failure);
 }
 
@@ -83,9 +83,9 @@ void EventGuard::ServePause() {
         Run(tick);
 }
 
-void EventGuard::EndEvent() {
+void EventGuard::EndEvent(const std::function<void()>& follow) {
     if (busy()) return;
-    if (AfterEvent) AfterEvent();
+    if (follow) follow();
     if (std::exchange(serving_, true)) return;
     while (!ticks_.empty() || !waiting_.empty()) {
         auto& queue = ticks_.empty() ? waiting_ : ticks_;

@@ -31,6 +31,9 @@ class EventGuard : public Events {
 
     /// Runs after each outermost event, failed ones included: the window brings itself in line.
     std::function<void()> AfterEvent;
+    /// The same after a call of an outside program, of which there may be thousands in a row;
+    /// AfterEvent when it isn't set.
+    std::function<void()> AfterCall;
 
   private:
     struct Flags {
@@ -53,7 +56,7 @@ class EventGuard : public Events {
     };
 
     /// The outermost event is over: the window follows, and what waited has its turn.
-    void EndEvent();
+    void EndEvent(const std::function<void()>& follow);
 
     cPart& part_;
     int depth_ = 0;

@@ -9,6 +9,7 @@
 
 #include "burst/burst_list.h"
 #include "clock/clk_dist.h"
+#include "clock/clock_panel.h"
 #include "clock/loop_filter.h"
 #include "device/part.h"
 #include "partfile/ini_file.h"
@@ -28,6 +29,7 @@
 #include "session/event_guard.h"
 #include "session/screen_factory.h"
 #include "session/script_host.h"
+#include "synth/pll_panel.h"
 
 namespace zentrel {
 
@@ -75,6 +77,9 @@ class FrmPart {
     ErrorList frmErrorList;
     AboutDialog frmAbout;
     frmLoopFilter loopFilter;
+    /// Element 0 of the panels' arrays: the drawings on the two hidden tabs, which nobody sees.
+    PllPanel pllDesign;
+    ClockPanel clockDesign;
 
     EventGuard guard;
     SessionDisplays displays;
@@ -107,11 +112,15 @@ class FrmPart {
     void Patch_ini_2_2_0_to_2_3_0(std::string_view sFileName);
     /// Takes the device's tabs down.
     void RemoveTabs();
+    /// Stores nothing: SaveBurstCommands and the part file's own keys keep a device's state.
+    void SavePartForm() {}
 
     /// Restores a mode twice over, by its number or by the first caption that it matches, letters
     /// in any case; a name that matches none does nothing.
     void RestoreMode(int Index);
     void RestoreModeString(std::string_view name);
+    /// The number of the mode that it matches; -1 for none.
+    int FindMode(std::string_view name) const;
     /// Merges the setup into a file of that name; restores one.
     void SaveBurstCommands(std::string_view sFileName);
     void LoadBurstCommands(std::string_view sFileName);

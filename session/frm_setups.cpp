@@ -46,12 +46,17 @@ void FrmPart::RestoreMode(int Index) {
 }
 
 void FrmPart::RestoreModeString(std::string_view name) {
+    const int mode = FindMode(name);
+    if (mode >= 0) RestoreMode(mode);
+}
+
+// The first entry stays when the device has no modes, hidden and with its old caption.
+int FrmPart::FindMode(std::string_view name) const {
     for (int i = 0; i < menu.ItemCount(kModeMenu); ++i) {
-        if (EqualNoCase(menu(kModeMenu, i).Caption, name)) {
-            RestoreMode(i);
-            return;
-        }
+        const MenuItem& item = menu(kModeMenu).children[static_cast<std::size_t>(i)];
+        if (item.Visible && EqualNoCase(item.Caption, name)) return i;
     }
+    return -1;
 }
 
 void FrmPart::SaveBurstCommands(std::string_view sFileName) {

@@ -147,6 +147,10 @@ void SetupPLLFraction(cPart& part, std::string_view pllname, std::string_view nu
     panel.txtFractDen.Tag = panel.spnFractDen.Tag = den;
 }
 
+void SetupFraction(cPart& part, std::string_view num, std::string_view den) {
+    SetupPLLFraction(part, part.PLLs(part.PLLs.Count()).ID(), num, den);
+}
+
 void SetupOutputs(cPart& part, std::string_view pllname, std::string_view OUT0_DIV,
                   std::string_view Out0Pin, std::string_view OUT1_DIV, std::string_view Out1Pin) {
     cPLL& pll = PllOfTag(part, pllname, part.PLLs.Count());

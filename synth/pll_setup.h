@@ -30,6 +30,9 @@ void SetupPLL(cPart& part, std::string_view PDPol, std::string_view CPGain,
 void SetupPLLFraction(cPart& part, std::string_view pllname, std::string_view num,
                       std::string_view den);
 
+/// The same for the block that was added last, which needs no name then.
+void SetupFraction(cPart& part, std::string_view num, std::string_view den);
+
 /// Takes the dividers from their fields; a field that isn't there is told, and the divider is 1.
 void SetupOutputs(cPart& part, std::string_view pllname, std::string_view OUT0_DIV,
                   std::string_view Out0Pin, std::string_view OUT1_DIV, std::string_view Out1Pin);

@@ -25,7 +25,8 @@ void Load(cPart& part, cRegister& reg) {
     const std::vector<std::int16_t>& vector = part.PortVector();
     SendPortVector(part, vector);
     transport->lastVector().assign(vector.begin(), vector.end());
-    reg.NoteSent();
+    // A port that isn't open, or went on the way, took nothing or half.
+    if ((transport->port().IsDriverOpened() & 1) != 0) reg.NoteSent();
 }
 
 // A copy, because the remapping itself switches the selection for a moment.

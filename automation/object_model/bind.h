@@ -206,6 +206,14 @@ Member Property(std::string_view name) {
     return member;
 }
 
+/// The same with a getter that changes the object.
+template<auto Getter, auto Setter>
+Member ClearingProperty(std::string_view name) {
+    Member member = Property<Getter, Setter>(name);
+    member.readingChanges = true;
+    return member;
+}
+
 /// A plain data member. `Class` is the class whose table this is, where a base of it has the
 /// member.
 template<auto F, typename Class = void>

@@ -60,6 +60,8 @@ struct Member {
     void (*write)(const Member&, const ObjectRef&, Arguments, const Value&) = nullptr;
     /// The class of the object it gives, where that is always the same.
     const ClassTable* (*gives)() = nullptr;
+    /// Reading it changes the object: nobody reads it who only looks round.
+    bool readingChanges = false;
     const void* detail = nullptr; ///< What a `read` shared by many members looks up by.
 
     /// How many arguments must be there.

@@ -38,8 +38,9 @@ struct CollectionClass {
     static Value Item(Collection& items, const Value& index) {
         return Wrap(items.Share(PositionOf(items, index)));
     }
-    static void Add(Collection& items, const Value& item, std::optional<std::string> key) {
-        items.Add(std::make_shared<T>(Convert<T>::In(item)), key.value_or(std::string()));
+    static void Add(Collection& items, const Value& item, std::optional<std::string_view> key) {
+        items.Add(std::make_shared<T>(Convert<T>::In(item)),
+                  std::string(key.value_or(std::string_view())));
     }
     static void Remove(Collection& items, const Value& index) {
         items.Remove(PositionOf(items, index));

@@ -14,7 +14,7 @@ const ClassTable* ClassOf<cRegister>() {
             ReadOnly<&R::ID>("ID"),
             Property<&R::Value, &R::SetValue>("Value"),
             Property<&R::Mask, &R::SetMask>("Mask"),
-            Property<&R::Change, &R::SetChange>("Change"),
+            ClearingProperty<&R::Change, &R::SetChange>("Change"),
             Property<&R::LowByte, &R::SetLowByte>("LowByte"),
             ReadOnly<&R::Address>("Address"),
             ReadOnly<&R::RegisterString>("RegisterString"),

@@ -1,266 +1,103 @@
 #include "automation/object_model/element.h"
 
-#include <memory>
-#include <string>
-
-#include "automation/object_model/bind.h"
+#include "device/errors.h"
 #include "session/frm_part.h"
 
 namespace zentrel::objects {
 
 namespace {
 
-void* Resolve(void* place) {
-    const auto& at = *static_cast<const ElementPlace*>(place);
-    if (void* element = at.name->find(*at.form, at.index)) return element;
-    throw NotFound(at.name->name, std::to_string(at.index));
-}
-
-const ElementPlace& PlaceOf(const ObjectRef& object) {
-    return *static_cast<const ElementPlace*>(object.raw());
-}
-
-ObjectRef RefTo(FrmPart& form, const ElementName& name, int index) {
-    if (name.find(form, index) == nullptr) throw NotFound(name.name, std::to_string(index));
-    return {*name.table(), std::make_shared<ElementPlace>(ElementPlace{&form, &name, index})};
-}
-
-// A control array as an object of its own: its elements by index.
-Member::Kind constexpr kProperty = Member::Kind::Property;
-
-ElementName::Range RangeOf(const ObjectRef& array) {
-    const auto& at = PlaceOf(array);
-    return at.name->range ? at.name->range(*at.form) : ElementName::Range{};
-}
-
-std::vector<int> Indices(const ObjectRef& array) {
-    const auto& at = PlaceOf(array);
-    const auto range = RangeOf(array);
-    std::vector<int> indices;
-    for (int index = range.first; index <= range.last; ++index)
-        if (at.name->find(*at.form, index) != nullptr) indices.push_back(index);
-    return indices;
-}
-
-ObjectRef ItemOf(const ObjectRef& array, std::int32_t index) {
-    const auto& at = PlaceOf(array);
-    return RefTo(*at.form, *at.name, index);
+ObjectRef ItemOf(const ObjectRef& array, int index) {
+    const ElementPlace& place = PlaceOf(array);
+    return ElementAt(*place.row, *place.frm, index);
 }
 
 int CountOf(const ObjectRef& array) {
-    return static_cast<int>(Indices(array).size());
+    const ElementPlace& place = PlaceOf(array);
+    return place.row->count(*place.row, *place.frm);
 }
 
-const ClassTable* ArrayTable() {
-    Walk walk;
-    walk.count = &CountOf;
-    walk.item = [](const ObjectRef& array, int position) -> Value {
-        return ItemOf(array, Indices(array).at(static_cast<std::size_t>(position) - 1));
-    };
-    walk.key = [](const ObjectRef&, int) { return std::string(); };
-    static const ClassTable table(
-        "ControlArray",
-        {
-            Routine<&ItemOf>("Item", {"Index"}),
-            ReadOnly<&CountOf>("Count"),
-            ReadOnly<[](const ObjectRef& array) -> std::int32_t { return RangeOf(array).first; }>(
-                "LBound"),
-            ReadOnly<[](const ObjectRef& array) -> std::int32_t { return RangeOf(array).last; }>(
-                "UBound"),
-        },
-        {.defaultMember = "Item", .walk = walk});
-    return &table;
+int LBoundOf(const ObjectRef& array) {
+    return PlaceOf(array).row->first;
 }
 
-Value ReadElement(const Member& member, const ObjectRef& object, Arguments arguments) {
-    const auto& name = *static_cast<const ElementName*>(member.detail);
-    auto& form = object.As<FrmPart>();
-    if (!name.array) return RefTo(form, name, 0);
-    if (!arguments.empty()) return RefTo(form, name, ToInt32(arguments[0]));
-    return ObjectRef(*ArrayTable(), std::make_shared<ElementPlace>(ElementPlace{&form, &name, 0}));
+int UBoundOf(const ObjectRef& array) {
+    return LBoundOf(array) + CountOf(array) - 1;
 }
 
-using Rows = std::vector<Member>;
-
-template<typename T>
-Rows Common() {
-    return {
-        Field<&T::Tag, T>("Tag"),
-        Field<&T::Visible, T>("Visible"),
-        Field<&T::Enabled, T>("Enabled"),
-        Field<&T::BackColor, T>("BackColor"),
-        Field<&T::ForeColor, T>("ForeColor"),
-        Field<&T::Left, T>("Left"),
-        Field<&T::Top, T>("Top"),
-        Field<&T::Width, T>("Width"),
-        Field<&T::Height, T>("Height"),
-    };
+/// An array of elements: `Item` by number, and its bounds.
+const ClassTable& ArrayTable() {
+    static const ClassTable table = [] {
+        Walk walk;
+        walk.count = &CountOf;
+        walk.item = [](const ObjectRef& array, int position) -> Value {
+            return ItemOf(array, LBoundOf(array) + position - 1);
+        };
+        walk.key = [](const ObjectRef&, int) { return std::string(); };
+        return ClassTable("ControlArray",
+                          {
+                              Routine<&ItemOf>("Item", {"Index"}),
+                              ReadOnly<&CountOf>("Count"),
+                              ReadOnly<&LBoundOf>("LBound"),
+                              ReadOnly<&UBoundOf>("UBound"),
+                          },
+                          {.defaultMember = "Item", .walk = walk});
+    }();
+    return table;
 }
 
-Member Index() {
-    return ReadOnly<[](const ObjectRef& element) -> std::int32_t {
-        return PlaceOf(element).index;
-    }>("Index");
+ObjectRef Reference(const ClassTable& table, FrmPart& frm, const ElementRow& row, int index) {
+    return {table, std::make_shared<ElementPlace>(ElementPlace{&frm, &row, index})};
 }
 
-const ClassTable Table(std::string_view name, Rows own, Rows common,
-                       std::string_view defaultMember = {}) {
-    for (Member& member : common)
-        own.push_back(std::move(member));
-    own.push_back(Index());
-    return {name, std::move(own), {.defaultMember = defaultMember, .resolve = &Resolve}};
-}
-
-Value ListItem(ListBox& list, std::int32_t index) {
-    if (index < 0 || index >= list.ListCount())
-        throw OutOfRange("List(" + std::to_string(index) + ")");
-    return list.List[static_cast<std::size_t>(index)];
-}
-
-void Select(ListBox& list, std::int32_t index) {
-    if (!list.SetListIndex(index)) throw OutOfRange("ListIndex " + std::to_string(index));
-}
-
-std::string SelectedText(ListBox& list) {
-    return list.ListIndex < 0 ? std::string() : list.List[static_cast<std::size_t>(list.ListIndex)];
+Value ReadElement(const Member& member, const ObjectRef& window, Arguments arguments) {
+    const auto& row = *static_cast<const ElementRow*>(member.detail);
+    auto& frm = window.As<FrmPart>();
+    const bool numbered = !arguments.empty() && !arguments.front().IsEmpty();
+    if (numbered) return ElementAt(row, frm, ToInt32(arguments.front()));
+    if (row.form == ElementRow::Form::Array) return Reference(ArrayTable(), frm, row, 0);
+    return ElementAt(row, frm, 0);
 }
 
 } // namespace
 
-std::vector<Member> ElementMembers(const std::vector<ElementName>& names) {
+const ElementPlace& PlaceOf(const ObjectRef& element) {
+    return *static_cast<const ElementPlace*>(element.raw());
+}
+
+void* ResolveElement(void* place) {
+    const auto& [frm, row, index] = *static_cast<const ElementPlace*>(place);
+    if (void* element = row->find(*row, *frm, index)) return element;
+    throw NotFound(row->name, std::to_string(index));
+}
+
+ObjectRef ElementAt(const ElementRow& row, FrmPart& frm, int index) {
+    if (row.find(row, frm, index) == nullptr) throw NotFound(row.name, std::to_string(index));
+    return Reference(*row.table(), frm, row, index);
+}
+
+std::vector<Member> ElementMembers(std::span<const ElementRow> rows) {
     std::vector<Member> members;
-    members.reserve(names.size());
-    for (const ElementName& name : names) {
-        Member member;
-        member.name = name.name;
-        member.kind = kProperty;
+    members.reserve(rows.size());
+    for (const ElementRow& row : rows) {
+        Member& member = members.emplace_back();
+        member.name = row.name;
         member.type = Type::Object;
-        if (name.array) member.parameters = {Parameter{"Index", Type::Integer32, true, false}};
         member.read = &ReadElement;
-        member.gives = name.array ? &ArrayTable : name.table;
-        member.detail = &name;
-        members.push_back(std::move(member));
+        member.detail = &row;
+        if (row.form != ElementRow::Form::Array) member.gives = row.table;
+        if (row.form != ElementRow::Form::Single) {
+            member.parameters = {{.name = "Index", .type = Type::Integer32, .optional = true}};
+        }
     }
     return members;
 }
 
-template<>
-const ClassTable* ElementClassOf<TextBox>() {
-    using T = TextBox;
-    static const ClassTable table = Table("TextBox",
-                                          {Field<&T::Text>("Text"), Field<&T::SelStart>("SelStart"),
-                                           Field<&T::SelLength>("SelLength")},
-                                          Common<T>(), "Text");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Label>() {
-    static const ClassTable table =
-        Table("Label", {Field<&Label::Caption>("Caption")}, Common<Label>(), "Caption");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Button>() {
-    static const ClassTable table =
-        Table("CommandButton", {Field<&Button::Caption>("Caption")}, Common<Button>());
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Frame>() {
-    static const ClassTable table =
-        Table("Frame", {Field<&Frame::Caption>("Caption")}, Common<Frame>());
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<CheckBox>() {
-    using T = CheckBox;
-    static const ClassTable table =
-        Table("CheckBox",
-              {Field<&T::Caption>("Caption"),
-               Property<[](T& box) -> std::int16_t { return box.Value ? 1 : 0; },
-                        [](T& box, bool value) { box.SetValue(value); }>("Value")},
-              Common<T>(), "Value");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Option>() {
-    using T = Option;
-    static const ClassTable table =
-        Table("OptionButton", {Field<&T::Caption>("Caption"), Field<&T::Value>("Value")},
-              Common<T>(), "Value");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<ListBox>() {
-    using T = ListBox;
-    static const ClassTable table = Table(
-        "ComboBox",
-        {Property<[](T& list) -> std::int32_t { return list.ListIndex; }, &Select>("ListIndex"),
-         ReadOnly<&ListItem>("List", {"Index"}), ReadOnly<&T::ListCount>("ListCount"),
-         Routine<&T::AddItem>("AddItem", {"Item"}), Routine<&T::Clear>("Clear"),
-         ReadOnly<&SelectedText>("Text")},
-        Common<T>(), "Text");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Spinner>() {
-    static const ClassTable table = Table("SpinButton", {}, Common<Spinner>());
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Shape>() {
-    using T = Shape;
-    static const ClassTable table = Table(
-        "Shape", {Field<&T::BorderWidth>("BorderWidth"), Field<&T::BorderColor>("BorderColor")},
-        Common<T>());
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Line>() {
-    using T = Line;
-    static const ClassTable table = Table(
-        "Line", {Field<&T::BorderWidth>("BorderWidth"), Field<&T::BorderColor>("BorderColor")},
-        Common<T>());
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<ScrollBar>() {
-    using T = ScrollBar;
-    static const ClassTable table =
-        Table("ScrollBar",
-              {Field<&T::Min>("Min"), Field<&T::Max>("Max"), Field<&T::Value>("Value"),
-               Field<&T::LargeChange>("LargeChange")},
-              Common<T>(), "Value");
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<Timer>() {
-    using T = Timer;
-    static const ClassTable table =
-        Table("Timer", {Field<&T::Enabled>("Enabled"), Field<&T::Interval>("Interval")}, {});
-    return &table;
-}
-
-template<>
-const ClassTable* ElementClassOf<MenuItem>() {
-    using T = MenuItem;
-    static const ClassTable table =
-        Table("Menu",
-              {Field<&T::Caption>("Caption"), Field<&T::Visible>("Visible"),
-               Field<&T::Enabled>("Enabled"), Field<&T::Checked>("Checked")},
-              {});
-    return &table;
+std::vector<Member> Joined(std::initializer_list<std::vector<Member>> lists) {
+    std::vector<Member> all;
+    for (const std::vector<Member>& list : lists)
+        all.insert(all.end(), list.begin(), list.end());
+    return all;
 }
 
 } // namespace zentrel::objects

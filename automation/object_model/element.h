@@ -1,10 +1,10 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 #include <vector>
 
-#include "automation/object_model/class_table.h"
-#include "form/elements.h"
+#include "automation/object_model/bind.h"
 
 namespace zentrel {
 
@@ -12,75 +12,50 @@ class FrmPart;
 
 namespace objects {
 
-/// A screen element by its name. References hold where it is, not the element: it is looked for at
-/// each use, so that one kept over a change of device fails instead of reaching into nothing.
-struct ElementName {
-    std::string_view name;
-    const ClassTable* (*table)() = nullptr; ///< The class of its kind, see below.
-    bool array = false;                     ///< Has an index: `txtNCounter(1)`.
-    /// The element, null where there is none of that index. A single element has index 0.
-    void* (*find)(FrmPart& form, int index) = nullptr;
-    /// Indices that may hold elements, first to last: what a walk tries.
-    struct Range {
-        int first = 0, last = -1;
+/// One name of the window's elements: a single element, or an array of them by number. A row is
+/// data of the program; elements are found through it anew at each use.
+struct ElementRow {
+    enum class Form : std::uint8_t {
+        Single, ///< One element.
+        Array,  ///< Numbered elements; without a number, the array itself.
+        Lone,   ///< An array of one: the element, with or without its number 0.
     };
-    Range (*range)(FrmPart& form) = nullptr;
+
+    std::string_view name;
+    Form form = Form::Single;
+    int first = 0; ///< The lowest number of an array.
+    /// The class of the elements.
+    const ClassTable* (*table)() = nullptr;
+    /// How many numbers an array counts from `first` on.
+    int (*count)(const ElementRow& row, FrmPart& frm) = nullptr;
+    /// Element `index`, as a pointer to the struct that its class works on; null where there is
+    /// none.
+    void* (*find)(const ElementRow& row, FrmPart& frm, int index) = nullptr;
+    /// What follows when an outsider selects an option, moves a scroll bar or turns a menu's check
+    /// mark, as a click would have it. Empty: the element changes, and nothing follows.
+    void (*act)(const ElementRow& row, FrmPart& frm, int index, int value) = nullptr;
 };
 
-/// Where a reference to an element leads.
+/// Where an outsider's reference looks for its element.
 struct ElementPlace {
-    FrmPart* form;
-    const ElementName* name;
-    int index;
+    FrmPart* frm = nullptr;
+    const ElementRow* row = nullptr;
+    int index = 0;
 };
+const ElementPlace& PlaceOf(const ObjectRef& element);
+/// The resolver of all element classes: from the place to the element. Throws NotFound when it has
+/// gone.
+void* ResolveElement(void* place);
 
-/// The members of an element by its kind; each is defined once, for all screens. `TextBox`,
-/// `Label`, `Button`, `Frame`, `CheckBox`, `Option`, `ListBox`, `Spinner`, `Shape`, `Line`,
-/// `ScrollBar`, `Timer`, `MenuItem`.
-template<typename T>
-const ClassTable* ElementClassOf();
+/// Element `index` of a row. Throws NotFound with the row's name where there is none.
+ObjectRef ElementAt(const ElementRow& row, FrmPart& frm, int index);
 
-namespace detail {
+/// The members that hand out the elements of `rows`, for a class whose object is the window. The
+/// rows must live as long as the class.
+std::vector<Member> ElementMembers(std::span<const ElementRow> rows);
 
-template<typename F>
-struct FinderShape;
-template<typename R, typename L>
-struct FinderShape<R* (L::*)(FrmPart&) const> {
-    using Kind = R;
-};
-template<typename R, typename L>
-struct FinderShape<R* (L::*)(FrmPart&, int) const> {
-    using Kind = R;
-};
-template<auto Find>
-using KindOf =
-    typename FinderShape<decltype(&std::remove_const_t<decltype(Find)>::operator())>::Kind;
-
-} // namespace detail
-
-/// A single element. `Find` is a lambda `(FrmPart&) -> Kind*`.
-template<auto Find>
-ElementName Single(std::string_view name) {
-    return {.name = name,
-            .table = &ElementClassOf<detail::KindOf<Find>>,
-            .find = [](FrmPart& form, int index) -> void* {
-                return index == 0 ? Find(form) : nullptr;
-            }};
-}
-
-/// A control array. `Find` is a lambda `(FrmPart&, int index) -> Kind*`, `range` tells where its
-/// indices lie.
-template<auto Find>
-ElementName Indexed(std::string_view name, ElementName::Range (*range)(FrmPart&)) {
-    return {.name = name,
-            .table = &ElementClassOf<detail::KindOf<Find>>,
-            .array = true,
-            .find = [](FrmPart& form, int index) -> void* { return Find(form, index); },
-            .range = range};
-}
-
-/// The members of frmPart that give these elements. `names` has to live as long as the program.
-std::vector<Member> ElementMembers(const std::vector<ElementName>& names);
+/// Joins lists of members in their order.
+std::vector<Member> Joined(std::initializer_list<std::vector<Member>> lists);
 
 } // namespace objects
 } // namespace zentrel

@@ -1,5 +1,5 @@
 #include "automation/object_model/classes.h"
-#include "automation/object_model/element.h"
+#include "automation/object_model/form_parts.h"
 #include "session/frm_part.h"
 
 /// `frmPart`: the main window as outsiders see it.
@@ -7,34 +7,15 @@ namespace zentrel::objects {
 
 namespace {
 
-template<auto F>
-Member SessionField(std::string_view name) {
-    return Property<[](FrmPart& form) { return form.session.*F; },
-                    [](FrmPart& form, detail::FieldShape<decltype(F)>::Content value) {
-                        form.session.*F = std::move(value);
-                    }>(name);
-}
-
-std::vector<Member> Fields() {
-    using S = Session;
+// The window itself. Its sizes are those that its screens were laid out for, in twips.
+std::vector<Member> Window() {
+    constexpr int kBesideTabs = 120;
     return {
-        SessionField<&S::txtINIVersion>("txtINIVersion"),
-        SessionField<&S::txtINIVerDescr>("txtINIVerDescr"),
-        SessionField<&S::CommMode_Select>("CommMode_Select"),
-        SessionField<&S::bOLEServer>("bOLEServer"),
-        SessionField<&S::bBitsAndPinsTabTooWide>("bBitsAndPinsTabTooWide"),
-        SessionField<&S::lpt_port_access>("lpt_port_access"),
-        SessionField<&S::logged_errors>("logged_errors"),
-        SessionField<&S::msgbox_errors>("msgbox_errors"),
-        SessionField<&S::bExecuteScripts>("bExecuteScripts"),
-        SessionField<&S::raw_tab_tally>("raw_tab_tally"),
-        SessionField<&S::hscPrgmBits_Max>("hscPrgmBits_Max"),
-        Routine<[](FrmPart& form, std::string_view text) {
-            form.StatusBar1.StatusBar_SetString(text);
-        }>("StatusBar_SetString", {"text"}),
-        Routine<[](FrmPart& form, std::string& name, std::optional<std::string> family) {
-            form.SetupPartForm(name, family);
-        }>("SetupPartForm", {"sPartName", "vPartType"}),
+        Field<&FrmPart::Caption>("Caption"),
+        ReadOnlyField<&FrmPart::Visible>("Visible"),
+        ReadOnly<[](const FrmPart& frm) { return frm.bits.sizes().tabWidth + kBesideTabs; }>(
+            "Width"),
+        ReadOnly<[](const FrmPart& frm) { return frm.bits.sizes().windowHeight; }>("Height"),
     };
 }
 
@@ -42,7 +23,20 @@ std::vector<Member> Fields() {
 
 template<>
 const ClassTable* ClassOf<FrmPart>() {
-    static const ClassTable table("frmPart", Fields());
+    static const ClassTable table("frmPart", Joined({
+                                                 FormFields(),
+                                                 FormRoutines(),
+                                                 Window(),
+                                                 ElementMembers(FrameElements()),
+                                                 ElementMembers(MenuElements()),
+                                                 ElementMembers(PortElements()),
+                                                 ElementMembers(RegistersElements()),
+                                                 ElementMembers(BitsElements()),
+                                                 ElementMembers(BurstElements()),
+                                                 ElementMembers(PllElements()),
+                                                 ElementMembers(ClockElements()),
+                                                 DialogMembers(),
+                                             }));
     return &table;
 }
 

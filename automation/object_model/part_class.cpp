@@ -21,7 +21,7 @@ namespace {
 using std::int16_t;
 using std::int32_t;
 using Text = std::string_view;
-using OptionalText = std::optional<std::string>;
+using OptionalText = std::optional<std::string_view>;
 
 template<auto Collection>
 Member Items(std::string_view name) {
@@ -115,10 +115,18 @@ Rows Building() {
                                {"pllname", "OUT0_DIV", "Out0Pin", "OUT1_DIV", "Out1Pin"}),
         Routine<&SetupPLL>("SetupPLL", {"PDPol", "CPGain", "CPState", "NP", "Doubler", "OSCinPin",
                                         "FoutPin", "FinPin", "CPoutPin"}),
+        Routine<&SetupFraction>("SetupFraction", {"num", "den"}),
+        // How many elements a tab has is the screen's own knowledge.
+        Routine<[](cPart& part, Text name, int16_t, int16_t, int16_t) {
+            part.upward().builder->AddPLLTab(part.PLLs(name));
+        }>("AddPLLTab", {"tabname", "iLines", "iShapes", "iLabels"}),
         Routine<[](cPart& part, Text name, Text vcos, Text clocks, Text pll, int16_t number) {
             AddClkDist(part, name, vcos, clocks, pll, number);
         }>("AddClkDist",
            {"ClkDistName", "VCOCount", "ClockCount", "sClkPLL_Link", "ClockDistNumber"}),
+        Routine<[](cPart& part, Text, int16_t, int16_t number) {
+            part.upward().builder->AddClkDistsTab(part.ClkDists(number));
+        }>("AddClkDistsTab", {"ClkDistName", "VCOCount", "n"}),
         Routine<&SetupCLKDIST>("SetupCLKDIST",
                                {"sNDelay", "sRDelay", "sINPUT_DIV", "sINPUT_DIV_BYP", "sINPUT_MUX",
                                 "dRefOSC_Freq", "dExtSRC_Freq", "dIntVCO_Freq"}),
@@ -129,11 +137,11 @@ Rows Building() {
         }>("AddRegister", {"RegName", "lMask", "value", "bLowByte"}),
         Routine<[](cPart& part, Text name, Text reg, int16_t start, int16_t length, bool display,
                    OptionalText group) {
-            AddProgramBit(part, name, reg, start, length, display, group.value_or(std::string()));
+            AddProgramBit(part, name, reg, start, length, display, group.value_or(Text()));
         }>("AddProgramBit", {"name", "cReg", "strt", "l", "disp", "group"}),
         Routine<[](cPart& part, Text name, Text reg, int16_t start, int16_t length, bool display,
                    OptionalText group) {
-            AddCounter(part, name, reg, start, length, display, group.value_or(std::string()));
+            AddCounter(part, name, reg, start, length, display, group.value_or(Text()));
         }>("AddCounter", {"name", "cReg", "strt", "l", "disp", "group"}),
         Routine<&AddList>("AddList", {"name", "group"}),
         Routine<[](cPart& part, Text name, int32_t position, bool readBack) {
@@ -211,6 +219,7 @@ Rows BurstsAndReadback() {
         Routine<&lptCmd_SendReadBack>("lptCmd_SendReadBack", {"sRegister"}),
         Routine<&QVX4100ReadRegister>("QVX4100ReadRegister", {"sRegister"}),
         Routine<&ReadRegister>("ReadRegister", {"sRegister"}),
+        Routine<&SetupLoopFilter>("SetupLoopFilter"),
         Routine<&ShowHideSynthMuxLogic>("ShowHideSynthMuxLogic", {"i"}),
         Routine<[](cPart& part, int16_t pll) { return GetPreNdivider(part, pll); }>(
             "GetPreNdivider", {"PLLi"}),

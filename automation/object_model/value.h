@@ -56,10 +56,10 @@ struct Value {
                                  std::string, ObjectRef, Array>;
 
     Value() = default;
-    template<typename T>
-    requires std::is_constructible_v<Content, T&&> &&
-        (!std::is_same_v<std::remove_cvref_t<T>, Value>)Value(T&& value)
-        : content(std::forward<T>(value)) {}
+    template<typename T,
+             typename = std::enable_if_t<std::is_constructible_v<Content, T&&> &&
+                                         !std::is_same_v<std::remove_cvref_t<T>, Value>>>
+    Value(T&& value) : content(std::forward<T>(value)) {}
 
     bool IsEmpty() const { return content.index() == 0; }
     template<typename T>

@@ -49,8 +49,9 @@ void CaptionLabel::Sync() {
         Tip();
         update();
     }
-    if (label->ForeColor != fore_) {
+    if (label->ForeColor != fore_ || label->BackColor != back_) {
         fore_ = label->ForeColor;
+        back_ = label->BackColor;
         update();
     }
 }
@@ -80,11 +81,13 @@ QSize CaptionLabel::minimumSizeHint() const {
 
 QColor CaptionLabel::Ink() const {
     if (!isEnabled()) return Theme::Now().disabled;
-    return fore_ == colors::kButtonText ? RestInk(tone_) : Theme::Now().Ink(fore_);
+    if (fore_ != colors::kButtonText) return Theme::Now().Ink(fore_);
+    return back_ == colors::kWhite ? RestInk(tone_) : Theme::Now().InkOn(back_);
 }
 
 void CaptionLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    if (back_ != colors::kWhite) painter.fillRect(rect(), Theme::Now().Fill(back_));
     painter.setPen(Ink());
     if (fore_ != colors::kButtonText) {
         QFont strong = font();
@@ -147,6 +150,7 @@ void PushButton::Sync() {
         caption_ = button->Caption;
         setText(FromModel(caption_));
     }
+    if (tint_.Follow(*button)) setPalette(tint_.Palette(QPalette::Button, QPalette::ButtonText));
 }
 
 } // namespace zentrel::view

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "screens/qt/hand.h"
+#include "screens/qt/tint.h"
 
 namespace zentrel::view {
 
@@ -43,6 +44,7 @@ class CaptionLabel : public QWidget {
     std::string caption_;
     QString text_, tip_;
     Color fore_ = colors::kButtonText;
+    Color back_ = colors::kWhite;
 };
 
 /// Text that never changes: a unit, a caption.
@@ -72,6 +74,7 @@ class PushButton : public QPushButton {
   private:
     ElementRef<Button> element_;
     std::string caption_;
+    Tint tint_;
 };
 
 } // namespace zentrel::view

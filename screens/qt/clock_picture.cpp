@@ -148,6 +148,10 @@ class Picture {
 
     void PinNames() {
         const int height = Metrics::Now().textHeight;
+        if (!plan_.inputMux.isEmpty())
+            Name({static_cast<int>(TerminalTip(0).x()) - 7 * unit_, plan_.axis - height - 2,
+                  6 * unit_, height},
+                 clk_label::kVcoAtMux, kRight);
         if (!plan_.pll.isEmpty() && !plan_.reference.circle.isEmpty())
             Name({plan_.reference.Out().x(), plan_.axis - height - 2,
                   plan_.referenceTap - plan_.reference.Out().x(), height},

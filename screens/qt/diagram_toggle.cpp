@@ -30,6 +30,7 @@ void DiagramToggle::Sync() {
         updateGeometry();
         update();
     }
+    if (tint_.Follow(*label)) update();
 }
 
 QSize DiagramToggle::sizeHint() const {
@@ -84,10 +85,11 @@ void DiagramToggle::paintEvent(QPaintEvent*) {
     const QRectF pill = QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2);
     painter.setPen(isEnabled() ? QPen(lit ? theme.accent : theme.line, width) : QPen(Qt::NoPen));
     QColor fill = isEnabled() ? theme.field : QColor(Qt::transparent);
+    if (tint_.HasFill()) fill = tint_.Fill();
     if (isDown()) fill = theme.block;
     painter.setBrush(fill);
     painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
-    painter.setPen(isEnabled() ? theme.text : theme.muted);
+    painter.setPen(!isEnabled() ? theme.muted : tint_.HasInk() ? tint_.Ink() : theme.text);
     const QString shown = fontMetrics().elidedText(FromModel(caption_), Qt::ElideRight,
                                                    this->width() - Metrics::Now().unit);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, shown);

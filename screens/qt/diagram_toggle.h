@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 
 #include "screens/qt/hand.h"
+#include "screens/qt/tint.h"
 
 namespace zentrel::view {
 
@@ -32,6 +33,7 @@ class DiagramToggle : public QAbstractButton {
     ElementRef<Label> element_;
     Hand::Action click_, otherButton_;
     std::string caption_;
+    Tint tint_;
 };
 
 } // namespace zentrel::view

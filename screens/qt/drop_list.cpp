@@ -46,8 +46,9 @@ void DropList::SyncItems(const ListBox& list) {
 
 void DropList::SyncColors(const ListBox& list) {
     const Theme& theme = Theme::Now();
-    if (list.BackColor == back_ && dark_ == theme.dark) return;
+    if (list.BackColor == back_ && list.ForeColor == fore_ && dark_ == theme.dark) return;
     back_ = list.BackColor;
+    fore_ = list.ForeColor;
     dark_ = theme.dark;
     QPalette p;
     if (theme.Fill(back_) != theme.field) {
@@ -55,6 +56,10 @@ void DropList::SyncColors(const ListBox& list) {
         p.setColor(QPalette::Button, theme.Fill(back_));
         p.setColor(QPalette::ButtonText, theme.InkOn(back_));
         p.setColor(QPalette::Text, theme.InkOn(back_));
+    }
+    if (fore_ != colors::kButtonText) {
+        p.setColor(QPalette::ButtonText, theme.Ink(fore_));
+        p.setColor(QPalette::Text, theme.Ink(fore_));
     }
     setPalette(p);
 }

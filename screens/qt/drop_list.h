@@ -34,6 +34,7 @@ class DropList : public QComboBox {
     std::function<void(int)> choose_;
     std::vector<std::string> items_;
     Color back_ = colors::kWhite;
+    Color fore_ = colors::kButtonText;
     bool dark_ = false;
 };
 

@@ -86,14 +86,16 @@ void EntryBox::SyncSelection(const TextBox& box) {
 
 void EntryBox::SyncColors(const TextBox& box) {
     const Theme& theme = Theme::Now();
-    if (box.BackColor == back_ && dark_ == theme.dark) return;
+    if (box.BackColor == back_ && box.ForeColor == fore_ && dark_ == theme.dark) return;
     back_ = box.BackColor;
+    fore_ = box.ForeColor;
     dark_ = theme.dark;
     QPalette p;
     if (theme.Fill(back_) != theme.field) {
         p.setColor(QPalette::Base, theme.Fill(back_));
         p.setColor(QPalette::Text, theme.InkOn(back_));
     }
+    if (fore_ != colors::kButtonText) p.setColor(QPalette::Text, theme.Ink(fore_));
     setPalette(p);
 }
 

@@ -61,6 +61,7 @@ class EntryBox : public QLineEdit {
     bool typed_ = false;
     bool entered_ = false; ///< Enter has applied what stands there: leaving doesn't do it again.
     Color back_ = colors::kWhite;
+    Color fore_ = colors::kButtonText;
     bool dark_ = false;
     int wheel_ = 0;
 };

@@ -28,6 +28,8 @@ void CheckMark::Sync() {
         setAccessibleName(FromModel(caption_));
         Elide();
     }
+    if (tint_.Follow(*box)) setPalette(tint_.Palette(QPalette::Window, QPalette::WindowText));
+    if (autoFillBackground() != tint_.HasFill()) setAutoFillBackground(tint_.HasFill());
     if (isChecked() != box->Value) setChecked(box->Value);
 }
 
@@ -77,6 +79,8 @@ void OptionMark::Sync() {
         caption_ = option->Caption;
         setText(Literal(caption_));
     }
+    if (tint_.Follow(*option)) setPalette(tint_.Palette(QPalette::Window, QPalette::WindowText));
+    if (autoFillBackground() != tint_.HasFill()) setAutoFillBackground(tint_.HasFill());
     if (isChecked() != option->Value) setChecked(option->Value);
     setFocusPolicy(option->Value || first_ ? Qt::StrongFocus : Qt::ClickFocus);
 }

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "screens/qt/hand.h"
+#include "screens/qt/tint.h"
 
 namespace zentrel::view {
 
@@ -29,6 +30,7 @@ class CheckMark : public QCheckBox {
     ElementRef<CheckBox> element_;
     Hand::Action help_;
     std::string caption_;
+    Tint tint_;
 };
 
 /// One option of a group bound to its element. The group's own handler clears the sisters.
@@ -47,6 +49,7 @@ class OptionMark : public QRadioButton {
     const Hand& hand_;
     ElementRef<Option> element_;
     std::string caption_;
+    Tint tint_;
     bool first_; ///< The group's first: takes the Tab key while none is selected.
 };
 

@@ -102,6 +102,57 @@ TEST(DisplayMode, what_a_block_lacks_stays_hidden) {
     EXPECT_TRUE(panel.clkdist_R4.Visible);
 }
 
+TEST(DisplayMode, a_script_hides_the_whole_diagram_and_brings_back_what_the_block_has) {
+    Device device("PLL_internalVCO");
+    ClockPanel design;
+    ClockPanel& panel = device.block->panel;
+    panel.CLK_VCODIV_bypass.Tag.clear();
+    const auto visible = [&panel] {
+        const Element* const elements[] = {&panel.shpCLK[clk_shape::kPll],
+                                           &panel.LineCLK[clk_line::kReferenceOut],
+                                           &panel.lblCLK[clk_label::kInputMux],
+                                           &panel.lblCLK[clk_label::kFirstHeader],
+                                           &panel.txtCLK_RefOSCfreq,
+                                           &panel.txtCLK_ExtSRCfreq,
+                                           &panel.CB_CLK_Delay_N,
+                                           &panel.clkdist_R3,
+                                           &panel.channels[2].divCB_CMux,
+                                           &panel.channels[3].divCB_CMux, // of three
+                                           &panel.CLK_VCODIV_bypass,      // unbound
+                                           &panel.cbClkInputMux};         // in this mode
+        std::string text;
+        for (const Element* element : elements)
+            text += element->Visible ? '+' : '-';
+        return text;
+    };
+    Set_CLKDIST_PLL_VCO(design, *device.block, false);
+    EXPECT_EQ(visible(), "------------");
+    Set_CLKDIST_PLL_VCO(design, *device.block, true);
+    EXPECT_EQ(visible(), "+++++++++---");
+    EXPECT_FALSE(panel.layout.gapBridged);
+
+    SetDisplayMode(device.part, "Engineering");
+    Set_CLKDIST_PLL_VCO(design, *device.block, false);
+    Show_CLKDIST_PLL(*device.block);
+    EXPECT_EQ(visible(), "+++++++++--+");
+    EXPECT_EQ(panel.lblCLK[clk_label::kVco].Caption, "Internal VCO");
+    EXPECT_EQ(panel.lblCLK[clk_label::kVcoAtMux].Caption, "Int VCO");
+    EXPECT_EQ(panel.lblCLK[clk_label::kExternalSource].Caption, "External VCO");
+    EXPECT_EQ(panel.lblCLK[clk_label::kFin].Caption, "Ext VCO");
+}
+
+TEST(DisplayMode, showing_the_pll_touches_the_design_drawing_alone) {
+    Device device("Distribution");
+    ClockPanel design;
+    design.shpCLK[clk_shape::kPll].Visible = false;
+    design.CB_CLK_Delay_N.Visible = design.clkDist_N_value.Visible = false;
+    Show_PLL(design);
+    EXPECT_TRUE(design.shpCLK[clk_shape::kPll].Visible);
+    EXPECT_TRUE(design.CB_CLK_Delay_N.Visible);
+    EXPECT_TRUE(design.clkDist_N_value.Visible);
+    EXPECT_FALSE(device.block->panel.shpCLK[clk_shape::kPll].Visible);
+}
+
 TEST(DisplayMode, the_selected_path_is_drawn_in_bold) {
     struct Row {
         double mode, mux;

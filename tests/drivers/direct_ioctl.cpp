@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -17,8 +18,8 @@ std::atomic<DirectIoctl*> active = nullptr;
 
 } // namespace
 
-DirectIoctl::DirectIoctl(std::string root, PlayedDevice& device)
-    : root_(std::move(root)), device_(device) {
+DirectIoctl::DirectIoctl(std::string files, PlayedDevice& device)
+    : files_(std::move(files)), device_(device) {
     active = this;
 }
 
@@ -26,14 +27,22 @@ DirectIoctl::~DirectIoctl() {
     active = nullptr;
 }
 
-PlayedDevice* DirectIoctl::DeviceOf(int fd) const {
+bool DirectIoctl::IsOurs(int fd) const {
     std::array<char, 256> target;
     const ssize_t length =
         ::readlink(("/proc/self/fd/" + std::to_string(fd)).c_str(), target.data(), target.size());
-    const bool ours =
-        length > 0 && std::string_view(target.data(), static_cast<std::size_t>(length))
-                          .starts_with(root_ + "/dev/bus/usb/");
-    return ours ? &device_ : nullptr;
+    return length > 0 &&
+           std::string_view(target.data(), static_cast<std::size_t>(length)).starts_with(files_);
+}
+
+// A path is dear to ask for, an inode cheap.
+PlayedDevice* DirectIoctl::DeviceOf(int fd) {
+    struct stat file {};
+    if (::fstat(fd, &file) != 0) return nullptr;
+    if (file.st_ino == lastFile_) return &device_;
+    if (!IsOurs(fd)) return nullptr;
+    lastFile_ = file.st_ino;
+    return &device_;
 }
 
 } // namespace zentrel
@@ -47,7 +56,7 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
     void* argument = va_arg(arguments, void*);
     va_end(arguments);
 
-    const zentrel::DirectIoctl* direct = zentrel::active;
+    zentrel::DirectIoctl* direct = zentrel::active;
     zentrel::PlayedDevice* device = direct == nullptr ? nullptr : direct->DeviceOf(fd);
     if (device == nullptr) return next(fd, request, argument);
     const int result = device->Ioctl(request, argument);

@@ -152,6 +152,38 @@ TEST(Bridge, a_late_reply_never_acknowledges_a_later_command) {
         << "this one is refused; only the stale reply acknowledges it";
 }
 
+TEST(Bridge, a_late_read_back_never_answers_the_next_one) {
+    RealRig rig(kRouteUsb);
+    LoadAll(rig.part);
+    for (const auto wait : {0ms, 3 * RealRig::kLimits.transfer}) {
+        rig.usb.StrikeAfter(kIn, 0, UsbFault::Late);
+        EXPECT_EQ(QVX4100ReadRegister(rig.part, "R0"), 0);
+        EXPECT_EQ(QVX4100ReadRegister(rig.part, "R0"), 0) << "a bridge in error is left alone";
+        std::this_thread::sleep_for(wait);
+        InitUSBInterface(rig.part);
+        usbSetupDevice(rig.part); // the reset took what it knew
+        EXPECT_EQ(QVX4100ReadRegister(rig.part, "R1"), 0xABCDE);
+    }
+}
+
+// What was lost stays lost, and is marked as not sent, until the device is loaded.
+TEST(Bridge, a_late_answer_in_the_middle_of_a_load_ends_it_there) {
+    const int settingUp = 4; // receives before the first word's: one finds nothing
+    for (const int word : {0, 1, 2}) {
+        SCOPED_TRACE(word);
+        RealRig rig(kRouteUsb);
+        rig.usb.StrikeAfter(kIn, settingUp + word, UsbFault::Late);
+        LoadAll(rig.part);
+        EXPECT_EQ(usbGetError(rig.part), LibusbBridge::kTimeOut);
+        EXPECT_EQ(rig.board().newest(), static_cast<std::uint64_t>(word) + 1);
+        EXPECT_FALSE(rig.part.Registers(word + 1).sent()) << "nobody knows whether it arrived";
+        LoadAll(rig.part);
+        EXPECT_EQ(usbGetError(rig.part), 0);
+        EXPECT_EQ(rig.board().newest(), static_cast<std::uint64_t>(word) + 4);
+        EXPECT_EQ(rig.messages.shown, std::vector<std::string>());
+    }
+}
+
 TEST(Bridge, what_is_left_in_the_pipe_is_read_away_on_opening) {
     RealRig rig(kRouteUsb);
     const std::uint8_t packet[] = {3, usb::kSpiDelay, 50};
@@ -211,10 +243,14 @@ TEST(Bridge, pulled_in_the_middle_of_anything_it_works_on_when_it_is_back) {
     };
     const Case cases[] = {
         {"before a packet", kOut, 0, UsbFault::Pulled, word},
+        {"within a packet", kOut, 0, UsbFault::PulledHalf, word},
         {"after a packet", kOut, 0, UsbFault::PulledOut, word},
         {"before a reply", kIn, 0, UsbFault::Pulled, word},
+        {"within a reply", kIn, 0, UsbFault::PulledIn, word},
         {"during LoadAll", kOut, 5, UsbFault::PulledOut, loadAll},
+        {"within a word of LoadAll", kOut, 4, UsbFault::PulledHalf, loadAll},
         {"during read-back", kIn, 0, UsbFault::Pulled, readBack},
+        {"within what is read back", kIn, 0, UsbFault::PulledIn, readBack},
         {"during a burst loop", kOut, 40, UsbFault::Pulled, burst},
     };
     RealRig rig(kRouteUsb);

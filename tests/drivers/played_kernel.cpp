@@ -86,8 +86,9 @@ PlayedPpdev& PlayedKernel::AddPort(const std::string& name, std::uint16_t base,
                                    PortDriver& hardware) {
     WriteFile(fs::path(portTree()) / name / "base-addr", Format("%d\t%d\n", base, base + 0x400));
     SetPortHolder(name, "none");
+    // With a content, the device is a file and not a terminal.
     const std::string text = "P: /devices/pnp0/00:05/ppdev/" + name + "\nN: " + name +
-                             "\nE: DEVNAME=/dev/" + name + "\nE: SUBSYSTEM=ppdev\n";
+                             "=00\nE: DEVNAME=/dev/" + name + "\nE: SUBSYSTEM=ppdev\n";
     GError* error = nullptr;
     umockdev_testbed_add_from_string(testbed_, text.c_str(), &error);
     Check(error);
@@ -102,6 +103,20 @@ void PlayedKernel::RemovePortNode(const std::string& name) {
 
 void PlayedKernel::SetPortHolder(const std::string& name, std::string_view holder) {
     WriteFile(fs::path(portTree()) / name / "devices" / "active", std::string(holder) + "\n");
+}
+
+void PlayedKernel::UnloadPorts() {
+    fs::rename(portTree(), portTree() + ".unloaded");
+    fs::rename(root_ + "/dev/parport0", root_ + "/parport0.unloaded");
+    for (const auto& port : ports_)
+        port->SetGone(true);
+}
+
+void PlayedKernel::LoadPorts() {
+    fs::rename(portTree() + ".unloaded", portTree());
+    fs::rename(root_ + "/parport0.unloaded", root_ + "/dev/parport0");
+    for (const auto& port : ports_)
+        port->SetGone(false);
 }
 
 PlayedUsbfs& PlayedKernel::AddBridge(SimulatedBridge& hardware) {

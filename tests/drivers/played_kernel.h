@@ -36,6 +36,9 @@ class PlayedKernel {
     /// Who has the port claimed, as the kernel's tree tells it.
     void SetPortHolder(const std::string& name, std::string_view holder);
     std::string portTree() const { return root_ + "/parport"; }
+    /// Unloads the ports' module with all that it made, and loads it again.
+    void UnloadPorts();
+    void LoadPorts();
 
     // The bridge. Its socket is a path of the USB tree, as "1-1".
     PlayedUsbfs& AddBridge(SimulatedBridge& hardware);

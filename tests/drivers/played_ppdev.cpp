@@ -9,8 +9,24 @@
 
 namespace zentrel {
 
-int PlayedPpdev::Ioctl(unsigned long request, void* argument) {
+// What is wrong with this call: 0, or the negative error number.
+int PlayedPpdev::Fault(unsigned long request) {
+    if (left_ >= 0 && left_-- == 0) gone_ = true;
     if (gone_) return -ENODEV;
+    if (injector_ == nullptr || !injector_->Strikes()) return 0;
+    switch (injector_->Pick(3)) {
+    case 0:
+        return -EIO;
+    case 1:
+        return request == PPCLAIM ? -ENXIO : -EINTR;
+    default:
+        gone_ = true;
+        return -ENODEV;
+    }
+}
+
+int PlayedPpdev::Ioctl(unsigned long request, void* argument) {
+    if (const int fault = Fault(request); fault != 0) return fault;
     if (request == PPCLAIM) {
         if (exclusive_) return -ENXIO;
         claimed_ = true;

@@ -8,12 +8,12 @@
 namespace zentrel {
 namespace {
 
-constexpr UsbFault kOutFaults[] = {UsbFault::Refused,   UsbFault::Protocol, UsbFault::Halted,
-                                   UsbFault::Lost,      UsbFault::Pulled,   UsbFault::Half,
-                                   UsbFault::Unnoticed, UsbFault::PulledOut};
+constexpr UsbFault kOutFaults[] = {UsbFault::Refused,   UsbFault::Protocol,   UsbFault::Halted,
+                                   UsbFault::Lost,      UsbFault::Pulled,     UsbFault::Half,
+                                   UsbFault::Unnoticed, UsbFault::PulledHalf, UsbFault::PulledOut};
 constexpr UsbFault kInFaults[] = {UsbFault::Refused, UsbFault::Protocol, UsbFault::Halted,
                                   UsbFault::Lost,    UsbFault::Pulled,   UsbFault::Late,
-                                  UsbFault::Garbage, UsbFault::Split};
+                                  UsbFault::Garbage, UsbFault::Split,    UsbFault::PulledIn};
 constexpr int kMostGarbage = 12;
 constexpr std::chrono::microseconds kBetweenPolls{100};
 
@@ -147,8 +147,10 @@ void PlayedUsbfs::Deliver(const usbdevfs_urb& urb, int count) {
 }
 
 int PlayedUsbfs::SubmitOut(usbdevfs_urb& urb, UsbFault fault) {
-    const int count = fault == UsbFault::Half ? urb.buffer_length / 2 : urb.buffer_length;
+    const bool half = fault == UsbFault::Half || fault == UsbFault::PulledHalf;
+    const int count = half ? urb.buffer_length / 2 : urb.buffer_length;
     Deliver(urb, count);
+    if (fault == UsbFault::PulledHalf) PullNow();
     if (!plugged_) {
         End(urb, -ESHUTDOWN);
         return 0;
@@ -170,11 +172,13 @@ int PlayedUsbfs::SubmitIn(usbdevfs_urb& urb, UsbFault fault) {
             std::ranges::generate(reply.bytes,
                                   [&] { return static_cast<std::uint8_t>(injector_->Pick(256)); });
         }
-        if (fault == UsbFault::Split && reply.bytes.size() > 1) {
+        const bool cut = fault == UsbFault::Split || fault == UsbFault::PulledIn;
+        if (cut && reply.bytes.size() > 1) {
             Reply rest{reply.from, {reply.bytes.begin() + 1, reply.bytes.end()}};
             reply.bytes.resize(1);
             if (Fill(urb)) End(urb, 0);
             replies_.push_front(std::move(rest));
+            if (fault == UsbFault::PulledIn) PullNow();
             return 0;
         }
     }

@@ -27,13 +27,15 @@ enum class UsbFault {
     Stuck,    ///< Nor when it is cancelled.
     Pulled,   ///< The bridge is pulled before a byte moved.
     // Out.
-    Half,      ///< Half of the bytes go out, then the bus fails.
-    Unnoticed, ///< All go out, and the transfer fails all the same.
-    PulledOut, ///< All go out, then the bridge is pulled.
+    Half,       ///< Half of the bytes go out, then the bus fails.
+    Unnoticed,  ///< All go out, and the transfer fails all the same.
+    PulledHalf, ///< Half of the bytes go out, then the bridge is pulled.
+    PulledOut,  ///< All go out, then the bridge is pulled.
     // In.
-    Late,    ///< The reply comes after the reader has given up.
-    Garbage, ///< Random bytes come in place of the reply.
-    Split,   ///< One byte comes, the rest with the next transfer.
+    Late,     ///< The reply comes after the reader has given up.
+    Garbage,  ///< Random bytes come in place of the reply.
+    Split,    ///< One byte comes, the rest with the next transfer.
+    PulledIn, ///< One byte comes, then the bridge is pulled.
 };
 
 /// The kernel's usbfs over the simulated bridge: transfers are taken, completed, cancelled and

@@ -113,17 +113,88 @@ TEST(ParallelPort, a_port_without_the_right_names_the_group) {
                 AllOf(HasSubstr("You may not open /dev/parport0."), EndsWith("-aG lp $USER")));
 }
 
+TEST(ParallelPort, a_port_that_another_program_gives_back_is_had_by_the_next_check) {
+    RealRig rig;
+    StopPortDriver(rig.part);
+    for (const bool exclusive : {false, true}) {
+        rig.kernel.SetPortHolder("parport0", exclusive ? "none" : "lp");
+        rig.lpt.SetExclusive(exclusive);
+        EXPECT_FALSE(ReopenPortDriver(rig.part));
+        EXPECT_FALSE(rig.lpt.claimed()) << "it is left to who has it";
+        LoadAll(rig.part);
+        rig.kernel.SetPortHolder("parport0", "none");
+        rig.lpt.SetExclusive(false);
+        const auto before = rig.board().newest();
+        CheckLPT(rig.part);
+        EXPECT_THAT(rig.messages.shown.back(), ::testing::StartsWith("Successfully"));
+        LoadAll(rig.part);
+        EXPECT_EQ(rig.board().newest(), before + 3);
+        StopPortDriver(rig.part);
+    }
+}
+
+// The module goes, or a card is pulled, in the middle of something; later it comes back.
+TEST(ParallelPort, gone_in_the_middle_of_anything_it_works_on_when_it_is_back) {
+    struct Case {
+        const char* name;
+        int after;
+        std::uint64_t latched;
+        void (*work)(RealRig&);
+    };
+    const int word = 102; // register accesses
+    const auto loadAll = [](RealRig& rig) { LoadAll(rig.part); };
+    const auto readBack = [](RealRig& rig) { QVX4100ReadRegister(rig.part, "R1"); };
+    const auto pins = [](RealRig& rig) { UpdateOutputPins(rig.part); };
+    const Case cases[] = {
+        {"before the first bit", 0, 0, loadAll},
+        {"within a word", 50, 0, loadAll},
+        {"between the two bytes of a state", 51, 0, loadAll},
+        {"within the second word", word + 60, 1, loadAll},
+        {"between two words", 2 * word, 2, loadAll},
+        {"within what is read back", word + 20, 1, readBack},
+        {"between the bytes of the pins", 1, 0, pins},
+    };
+    RealRig rig;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto before = rig.board().newest();
+        rig.lpt.GoAfter(c.after);
+        c.work(rig);
+        c.work(rig);
+        EXPECT_EQ(rig.board().newest(), before + c.latched);
+        EXPECT_THAT(rig.port.Diagnosis(), HasSubstr("address 378 is gone"));
+        EXPECT_EQ(rig.messages.shown, std::vector<std::string>());
+
+        rig.kernel.UnloadPorts();
+        CheckLPT(rig.part);
+        EXPECT_EQ(rig.session.lpt_port_access, 0);
+        EXPECT_THAT(rig.messages.shown, ElementsAre(HasSubstr("modprobe parport_pc")));
+        rig.kernel.LoadPorts();
+        LoadAll(rig.part);
+        EXPECT_EQ(rig.board().newest(), before + c.latched) << "nothing goes out unasked";
+
+        EXPECT_TRUE(ReopenPortDriver(rig.part));
+        LoadAll(rig.part);
+        EXPECT_EQ(rig.board().newest(), before + c.latched + 3);
+        EXPECT_EQ(rig.board().history().back().registerName, "R2");
+        EXPECT_EQ(QVX4100ReadRegister(rig.part, "R1"), 0xABCDE);
+        rig.messages.shown.clear();
+    }
+}
+
 TEST(ParallelPort, a_port_that_goes_away_loses_words_in_silence_until_it_is_checked_again) {
     RealRig rig;
-    rig.lpt.SetGone(true);
+    rig.lpt.GoAfter(150);
     LoadAll(rig.part);
+    EXPECT_TRUE(rig.part.Registers("R0").sent());
+    EXPECT_FALSE(rig.part.Registers("R1").sent()) << "what didn't go out stays marked";
     EXPECT_EQ(rig.messages.shown, std::vector<std::string>());
     EXPECT_THAT(rig.port.Diagnosis(), HasSubstr("address 378 is gone"));
     rig.lpt.SetGone(false);
     CheckLPT(rig.part);
     EXPECT_EQ(rig.port.Diagnosis(), "");
-    LoadRegister(rig.part, "R0");
-    EXPECT_THAT(rig.Latched(), ElementsAre("R0=123450"));
+    LoadRegister(rig.part, "R1");
+    EXPECT_THAT(rig.Latched(), ElementsAre("R0=123450", "R1=ABCDE1"));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ void Recover(RealRig& rig, int& pulls) {
 
 TEST(RandomFaults, every_word_believed_acknowledged_was_latched) {
     RealRig rig(kRouteUsb, {1ms, 1ms});
-    const DirectIoctl direct(rig.kernel.root(), rig.usb);
+    const DirectIoctl direct(rig.kernel.root() + "/dev/bus/usb/", rig.usb);
     FaultInjector faults(2026, 0.2);
     rig.usb.SetInjector(&faults);
     std::mt19937_64 random(7);
@@ -57,7 +57,7 @@ TEST(RandomFaults, every_word_believed_acknowledged_was_latched) {
 
 TEST(RandomFaults, every_operation_survives_them_and_the_board_loads_again_afterwards) {
     RealRig rig(kRouteUsb, {1ms, 1ms});
-    const DirectIoctl direct(rig.kernel.root(), rig.usb);
+    const DirectIoctl direct(rig.kernel.root() + "/dev/bus/usb/", rig.usb);
     FaultInjector faults(99, 0.05);
     rig.usb.SetInjector(&faults);
     int pulls = 0;
@@ -75,6 +75,38 @@ TEST(RandomFaults, every_operation_survives_them_and_the_board_loads_again_after
     LoadDevice(rig.part);
     EXPECT_EQ(rig.board().Content("R1"), rig.part.Registers("R1").word());
     EXPECT_EQ(QVX4100ReadRegister(rig.part, "R0"), 0x12345);
+}
+
+// The parallel port acknowledges nothing, so what counts is that no half word is ever latched.
+TEST(RandomFaults, a_failing_port_latches_whole_words_or_nothing) {
+    RealRig rig;
+    const DirectIoctl direct(rig.kernel.root() + "/dev/parport0", rig.lpt);
+    FaultInjector faults(2026, 0.02);
+    rig.lpt.SetInjector(&faults);
+    std::mt19937_64 random(7);
+    int whole = 0;
+    for (int sent = 0; faults.strikes() < kFaults; ++sent) {
+        const BitWord word(random() & 0xFFFFF0); // R0's address
+        rig.part.Registers("R0").SetValue(word.ToDouble());
+        const auto before = rig.board().newest();
+        const int struck = faults.strikes();
+        LoadRegister(rig.part, "R0");
+        const auto latched = rig.board().newest() - before;
+        ASSERT_EQ(rig.board().newest() == before ? word : rig.board().history().back().word, word)
+            << "word " << sent;
+        ASSERT_LE(latched, 1U);
+        if (faults.strikes() == struck) {
+            ASSERT_EQ(latched, 1U) << "word " << sent;
+        }
+        whole += static_cast<int>(latched);
+        if (rig.port.Diagnosis().empty()) continue;
+        for (int tries = 0; !ReopenPortDriver(rig.part); ++tries) {
+            ASSERT_LT(tries, 100) << rig.port.Diagnosis();
+            rig.lpt.SetGone(false);
+        }
+    }
+    EXPECT_GT(whole, kFaults / 20);
+    EXPECT_EQ(rig.messages.shown, std::vector<std::string>());
 }
 
 } // namespace

@@ -120,6 +120,17 @@ TEST(PllSetup, what_a_block_lacks_is_disabled_or_hidden) {
     EXPECT_EQ(pll.XtalFrequency(), 10);
 }
 
+TEST(PllSetup, the_block_added_last_becomes_fractional_without_its_name) {
+    Rig rig;
+    EXPECT_THROW(SetupFraction(rig.part, "NUM", "DEN"), NotFound);
+    AddPLL(rig.part, "First", "", "", "", 0);
+    const cPLL& last = AddPLL(rig.part, "Last", "", "", "", 1);
+    SetupFraction(rig.part, "NUM", "DEN");
+    EXPECT_EQ(last.NumeratorName(), "NUM");
+    EXPECT_EQ(last.panel.spnFractDen.Tag, "DEN");
+    EXPECT_EQ(rig.part.PLLs("First").NumeratorName(), "");
+}
+
 TEST(PllSetup, a_vco_on_the_chip_has_its_box_but_no_pin) {
     Rig rig;
     PllEntry e;
