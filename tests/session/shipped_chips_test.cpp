@@ -11,7 +11,6 @@
 #include "clock/clock_entry.h"
 #include "device/number_text.h"
 #include "synth/frequency_entry.h"
-#include "synth/pll_toggles.h"
 #include "tests/setups/bench_desk.h"
 #include "transport/load_path.h"
 
@@ -161,24 +160,6 @@ TEST_F(ShippedChip, adf4106_keeps_the_vco_on_a_typed_comparison_frequency) {
     EXPECT_EQ(Held("R"), 50U << 2);
     EXPECT_EQ(Held("N"), Adf4106N(12500));
     EXPECT_EQ(Pll().VCOFrequency(), 2500);
-}
-
-TEST_F(ShippedChip, adf4106_and_4002_keep_both_latches_alike) {
-    for (const std::string device : {"ADF4106", "ADF4002"}) {
-        SCOPED_TRACE(device);
-        Pick(device);
-        lblPDPol_Click(part, 1);
-        for (int click = 0; click < 5; ++click)
-            lblCPGain_MouseUp(part, 1, false);
-        lblCPGain_MouseUp(part, 1, true);
-        part.PrgmBits("TIMER").SetValue(23);
-        part.PrgmBits("COUNTER_RESET").ToggleBit();
-        const std::uint64_t prescaler = device == "ADF4106" ? Word({{22, 2}}) : 0;
-        const std::uint64_t function =
-            prescaler | Word({{18, 7}, {15, 3}, {11, (23 - 3) / 4}, {4, 1}, {2, 1}});
-        EXPECT_EQ(Held("F"), function | 2);
-        EXPECT_EQ(Held("I"), function | 3);
-    }
 }
 
 // ADF4002: N alone.
