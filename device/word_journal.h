@@ -70,6 +70,8 @@ class WordJournal {
     void Acknowledge(const cRegister& reg);
     /// The device's registers are about to go.
     void Forget();
+    /// Differs between two devices, and between two loads of the same one.
+    unsigned device() const { return device_; }
 
   private:
     static constexpr int kDeepest = 64;
