@@ -56,7 +56,7 @@ struct WireRig : Rig {
         return all;
     }
 
-    std::chrono::microseconds now{0}, tick{10};
+    std::chrono::nanoseconds now{0}, tick{10'000};
     WireMonitor monitor{part};
     WireHistory history{monitor};
 };
