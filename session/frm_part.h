@@ -23,6 +23,7 @@
 #include "screens/status_bar.h"
 #include "screens/tab_model.h"
 #include "screens/timers.h"
+#include "screens/wire_screen.h"
 #include "session/device_menus.h"
 #include "session/displays.h"
 #include "session/event_guard.h"
@@ -75,6 +76,7 @@ class FrmPart {
     ErrorList frmErrorList;
     AboutDialog frmAbout;
     frmLoopFilter loopFilter;
+    WireScreen wire;
 
     EventGuard guard;
     SessionDisplays displays;
