@@ -52,7 +52,7 @@ const WireFilter::Meaning& WireFilter::MeaningFor(Term& term, const WireRecord& 
     const auto meant = [&](std::string_view name) {
         return whole ? EqualNoCase(name, term.text) : Contains(name, term.text);
     };
-    Meaning meaning{record.map, std::vector<bool>(map.registers.size()), 0};
+    Meaning meaning{record.map, std::vector<bool>(map.registers.size()), 0, whole};
     for (std::size_t i = 0; i < map.registers.size(); ++i)
         meaning.registers[i] = meant(map.registers[i]);
     for (const WireMap::Field& field : map.fields) {
@@ -76,6 +76,7 @@ bool WireFilter::Answers(Term& term, const WireRecord& record) {
     const auto reg = static_cast<std::size_t>(record.reg);
     if (reg > 0 && reg <= meaning.registers.size() && meaning.registers[reg - 1]) return true;
     if (((record.changedPins | record.pulsedPins) & meaning.pins) != 0) return true;
+    if (meaning.whole) return false;
     if (record.kind != WireKind::Word && Contains(WireName(record), text)) return true;
     // A word that went well has no remark worth a search in every row.
     return WireFailed(record) && Contains(WireRemark(record), text);

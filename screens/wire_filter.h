@@ -29,6 +29,7 @@ class WireFilter {
         std::shared_ptr<const WireMap> map;
         std::vector<bool> registers; // by position - 1
         std::uint16_t pins = 0;
+        bool whole = false; // the word is somebody's whole name
     };
     struct Term {
         std::string text;

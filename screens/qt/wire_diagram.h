@@ -57,8 +57,10 @@ class WireDiagram : public QWidget {
     double Pad() const;
     double X(double step) const { return LabelWidth() + (step - first_) * scale_; }
     double StepAt(double x) const { return first_ + (x - LabelWidth()) / scale_; }
-    std::vector<Row> Rows() const;
-    double Bottom() const;
+    /// `spare` is how much taller each line is than it needs to be.
+    std::vector<Row> Rows(double spare) const;
+    double Spare() const;
+    static double Bottom(const std::vector<Row>& rows);
     void KeepInSight();
     void MoveCursor(std::optional<double> step);
     QString TimeText(double step) const;
@@ -69,7 +71,7 @@ class WireDiagram : public QWidget {
     void PaintLine(QPainter& painter, const Row& row, const WirePicture::Line& line) const;
     void PaintLabel(QPainter& painter, const Row& row, const WirePicture::Line& line) const;
     void PaintAxis(QPainter& painter, double top) const;
-    void PaintCursor(QPainter& painter) const;
+    void PaintCursor(QPainter& painter, double bottom) const;
 
     WirePicture picture_;
     QString title_, hint_;

@@ -77,25 +77,32 @@ int WireDiagram::LabelWidth() const {
     return std::min(widest, Metrics::Now().Units(18)) + Metrics::Now().Units(5);
 }
 
-std::vector<WireDiagram::Row> WireDiagram::Rows() const {
+std::vector<WireDiagram::Row> WireDiagram::Rows(double spare) const {
     const Metrics& m = Metrics::Now();
     std::vector<Row> rows;
     double y = HeadHeight();
     for (const WirePicture::Line& line : picture_.lines) {
         const double header = HasBits(line.role) ? 2 * QFontMetrics(SmallFont()).height() : m.unit;
-        rows.push_back({y, header, 2.0 * m.unit});
-        y += header + 2 * m.unit + m.half;
+        rows.push_back({y, header, 2.0 * m.unit + spare});
+        y = rows.back().Low() + m.half;
     }
     return rows;
 }
 
-double WireDiagram::Bottom() const {
-    const auto rows = Rows();
+double WireDiagram::Bottom(const std::vector<Row>& rows) {
     return rows.empty() ? HeadHeight() : rows.back().Low() + Metrics::Now().unit;
 }
 
+// Lines grow a little where there is room.
+double WireDiagram::Spare() const {
+    if (picture_.lines.empty()) return 0;
+    const double left = height() - minimumSizeHint().height();
+    return std::clamp(std::floor(left / static_cast<double>(picture_.lines.size())), 0.0,
+                      Metrics::Now().Units(2) + 0.0);
+}
+
 QSize WireDiagram::minimumSizeHint() const {
-    return {Metrics::Now().Units(40), static_cast<int>(Bottom()) + AxisHeight()};
+    return {Metrics::Now().Units(40), static_cast<int>(Bottom(Rows(0))) + AxisHeight()};
 }
 
 QSize WireDiagram::sizeHint() const {
@@ -113,16 +120,16 @@ void WireDiagram::paintEvent(QPaintEvent*) {
             rect().adjusted(Metrics::Now().Units(2), HeadHeight(), -Metrics::Now().Units(2), 0),
             Qt::AlignCenter | Qt::TextWordWrap, hint_);
     } else {
-        const auto rows = Rows();
+        const auto rows = Rows(Spare());
         painter.save();
         painter.setClipRect(QRectF(LabelWidth(), 0, width() - LabelWidth(), height()));
+        PaintAxis(painter, Bottom(rows));
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const WirePicture::Line& line = picture_.lines[i];
             if (HasBits(line.role)) PaintBits(painter, rows[i], line.role == Role::ReadBack);
             PaintLine(painter, rows[i], line);
         }
-        PaintAxis(painter, Bottom());
-        PaintCursor(painter);
+        PaintCursor(painter, Bottom(rows));
         painter.restore();
         for (std::size_t i = 0; i < rows.size(); ++i)
             PaintLabel(painter, rows[i], picture_.lines[i]);
@@ -222,7 +229,7 @@ void WireDiagram::PaintAxis(QPainter& painter, double top) const {
     for (double at = std::max(0.0, std::ceil(first_ / step) * step);
          at <= picture_.steps + Pad() && X(at) < width(); at += step) {
         const double x = std::round(X(at)) + 0.5;
-        painter.setPen(QPen(theme.line, 1));
+        painter.setPen(QPen(Faint(theme.text, 0.08), 1));
         painter.drawLine(QLineF(x, HeadHeight(), x, y + Metrics::Now().half));
         painter.setPen(theme.muted);
         painter.drawText(QRectF(x - kTickDistance / 2, y + 2, kTickDistance, AxisHeight() - 2),
@@ -230,11 +237,11 @@ void WireDiagram::PaintAxis(QPainter& painter, double top) const {
     }
 }
 
-void WireDiagram::PaintCursor(QPainter& painter) const {
+void WireDiagram::PaintCursor(QPainter& painter, double bottom) const {
     if (!cursor_) return;
     const double x = std::round(X(*cursor_)) + 0.5;
     painter.setPen(QPen(Theme::Now().accent, 1));
-    painter.drawLine(QLineF(x, HeadHeight(), x, Bottom()));
+    painter.drawLine(QLineF(x, HeadHeight(), x, bottom));
 }
 
 } // namespace zentrel::view

@@ -73,10 +73,6 @@ QVariant WireTableModel::data(const QModelIndex& index, int role) const {
         return {};
     case Qt::ForegroundRole:
         return Ink(index.row(), column);
-    case Qt::TextAlignmentRole:
-        if (column == WireScreen::kHex)
-            return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
-        return {};
     case Qt::ToolTipRole:
         if (column != WireScreen::kFields && column != WireScreen::kPins) return {};
         return TipText(screen_.Text(index.row(), static_cast<WireScreen::Column>(column)));

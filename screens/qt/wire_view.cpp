@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -84,7 +85,9 @@ void WireView::Build() {
             }
         });
     }
-    resize(m.Units(160), m.Units(96));
+    QSize size(m.Units(180), m.Units(104));
+    if (const QScreen* at = screen()) size = size.boundedTo(at->availableSize() * 0.95);
+    resize(size);
     table_->setFocus();
 }
 
@@ -105,6 +108,7 @@ QWidget* WireView::MakeBar() {
     filter_ = new QLineEdit(bar);
     filter_->setObjectName(QStringLiteral("wireFilter"));
     filter_->setFixedHeight(Metrics::Now().boxHeight);
+    filter_->setTextMargins(Metrics::Now().half, 0, 0, 0);
     filter_->setPlaceholderText(tr("Filter by register, field or pin"));
     filter_->setAccessibleName(tr("Filter"));
     filter_->setToolTip(tr("<qt>A register, a field in it, a pin, \"usb\", \"refused\", the "
@@ -160,7 +164,7 @@ void WireView::SizeColumns() {
         const char* sample;
     } kSamples[] = {
         {WireScreen::kTime, "00:00:00.000000"},  {WireScreen::kRoute, "Route"},
-        {WireScreen::kRegister, "Pin configur"}, {WireScreen::kPins, "CE=1, SYNC=0, Trig"},
+        {WireScreen::kRegister, "Pin configuration"}, {WireScreen::kPins, "CE=1, SYNC=0, Trig"},
         {WireScreen::kRead, "0x000 0000"},       {WireScreen::kRemark, "acknowledged"},
     };
     const int gap = Metrics::Now().Units(3);
