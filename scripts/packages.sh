@@ -9,9 +9,10 @@ run_packages=(g++ cmake ninja-build qt6-base-dev qt6-qpa-plugins fonts-dejavu-co
 
 # Builds the tests and benchmarks: GoogleTest and Google Benchmark; libinih as the yardstick of the
 # ini reader and Lua as that of the script engine; a session bus for the tests that need one;
-# umockdev, which plays the kernel for the drivers of real ports.
+# umockdev, which plays the kernel for the drivers of real ports; sigrok-cli, which reads what the
+# wire monitor saves for logic analysers.
 test_packages=("${run_packages[@]}" libgtest-dev libgmock-dev libbenchmark-dev libinih-dev
-  liblua5.4-dev dbus umockdev libumockdev-dev)
+  liblua5.4-dev dbus umockdev libumockdev-dev sigrok-cli)
 
 # The checks: formatter, linter, and clang's runtime for the fuzz targets.
 check_packages=("${test_packages[@]}" clang clang-format clang-tidy)

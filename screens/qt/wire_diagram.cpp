@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -145,6 +146,14 @@ QString WireDiagram::Readout() const {
         text +=
             QStringLiteral("   %1 %2").arg(FromModel(line.name)).arg(line.High(*cursor_) ? 1 : 0);
     return text;
+}
+
+// Over the lines the pointer measures, and nothing may pop up under it.
+bool WireDiagram::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip &&
+        static_cast<QHelpEvent*>(event)->pos().x() >= LabelWidth() && !picture_.empty())
+        return true;
+    return QWidget::event(event);
 }
 
 void WireDiagram::resizeEvent(QResizeEvent*) {

@@ -29,6 +29,7 @@ namespace {
 
 constexpr int kFrame = 33; // ms between two pictures of a burst that runs
 constexpr int kUsualBits = 24;
+constexpr int kMostBits = 64; // Of longer words the column shows the upper end.
 
 void PlainTable(QTableView& table) {
     table.setShowGrid(false);
@@ -163,9 +164,12 @@ void WireView::SizeColumns() {
         WireScreen::Column column;
         const char* sample;
     } kSamples[] = {
-        {WireScreen::kTime, "00:00:00.000000"},  {WireScreen::kRoute, "Route"},
-        {WireScreen::kRegister, "Pin configuration"}, {WireScreen::kPins, "CE=1, SYNC=0, Trig"},
-        {WireScreen::kRead, "0x000 0000"},       {WireScreen::kRemark, "acknowledged"},
+        {WireScreen::kTime, "00:00:00.000000"},
+        {WireScreen::kRoute, "Route"},
+        {WireScreen::kRegister, "Pin configuration"},
+        {WireScreen::kPins, "CE=1, SYNC=0, Trig"},
+        {WireScreen::kRead, "0x000 0000"},
+        {WireScreen::kRemark, "acknowledged"},
     };
     const int gap = Metrics::Now().Units(3);
     const QFontMetrics text(font());
@@ -251,8 +255,8 @@ void WireView::SyncRows() {
     rows_->Sync();
     const int count = rows_->rowCount();
     if (const WireRecord* newest = model_.Row(count - 1);
-        newest != nullptr && newest->map->source.length > bits_) {
-        bits_ = newest->map->source.length;
+        newest != nullptr && std::min<int>(newest->map->source.length, kMostBits) > bits_) {
+        bits_ = std::min<int>(newest->map->source.length, kMostBits);
         SizeColumns();
     }
     const int selected = model_.SelectedRow();
