@@ -46,6 +46,7 @@ Drivers Program::DriversFor(bool simulated) {
 void Program::ConnectSession() {
     Ended = [] { QCoreApplication::quit(); };
     frm_.links.SetBoard = [this](bool simulated) { transport_.Use(DriversFor(simulated)); };
+    scripts_.BreakPressed = [this] { return boxes_.attended() && breakKey_.Pressed(); };
     frm_.links.OpenWebPage = [](std::string_view url) {
         QDesktopServices::openUrl(QUrl(view::FromModel(url)));
     };

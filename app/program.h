@@ -5,9 +5,12 @@
 
 #include <QSocketNotifier>
 
+#include "automation/script_host/script_host.h"
+#include "device/part.h"
 #include "device/part.h"
 #include "form/session.h"
 #include "partfile/ini_file.h"
+#include "screens/qt/break_key.h"
 #include "screens/qt/main_window.h"
 #include "screens/qt/message_boxes.h"
 #include "session/frm_part.h"
@@ -56,6 +59,8 @@ class Program {
     view::FileDialogBoxes dialogs_{boxes_};
     std::unique_ptr<BetweenPasses> pause_;
     FrmPart frm_;
+    PartScripts scripts_{frm_};
+    view::BreakKey breakKey_;
     std::unique_ptr<view::MainWindow> window_;
     std::unique_ptr<QSocketNotifier> deviceEvents_; ///< Of `hardware_.watch`.
 };

@@ -76,6 +76,11 @@ class KeyedCollection {
         const auto found = byKey_.find(key);
         return found == byKey_.end() ? nullptr : items_[found->second].get();
     }
+    /// The position of that key, or 0.
+    int PositionOf(std::string_view key) const {
+        const auto found = byKey_.find(key);
+        return found == byKey_.end() ? 0 : static_cast<int>(found->second) + 1;
+    }
     bool Contains(std::string_view key) const { return byKey_.contains(key); }
     const std::string& KeyAt(int position) const {
         Check(position);

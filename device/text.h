@@ -27,6 +27,17 @@ constexpr bool EqualNoCase(std::string_view a, std::string_view b) {
     return true;
 }
 
+/// Below, equal to or above 0 as `a` sorts before, with or behind `b`.
+constexpr int CompareNoCase(std::string_view a, std::string_view b) {
+    const std::size_t common = a.size() < b.size() ? a.size() : b.size();
+    for (std::size_t i = 0; i < common; ++i) {
+        const char x = AsciiLower(a[i]);
+        const char y = AsciiLower(b[i]);
+        if (x != y) return x < y ? -1 : 1;
+    }
+    return a.size() < b.size() ? -1 : static_cast<int>(a.size() > b.size());
+}
+
 /// `text` without the blanks, tabs and line ends around it.
 constexpr std::string_view TrimBlanks(std::string_view text) {
     constexpr std::string_view kBlanks = " \t\r\n\v\f";

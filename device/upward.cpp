@@ -1,6 +1,32 @@
 #include "device/upward.h"
 
+#include <algorithm>
+
 namespace zentrel {
+
+std::vector<int> MessageBoxAnswers(int buttons) {
+    constexpr int kSets = 0xF;
+    switch (buttons & kSets) {
+    case 1:
+        return {kMsgOk, kMsgCancel};
+    case 2:
+        return {kMsgAbort, kMsgRetry, kMsgIgnore};
+    case 3:
+        return {kMsgYes, kMsgNo, kMsgCancel};
+    case kMsgYesNo:
+        return {kMsgYes, kMsgNo};
+    case 5:
+        return {kMsgRetry, kMsgCancel};
+    default:
+        return {kMsgOk};
+    }
+}
+
+int MessageBoxDefault(int buttons) {
+    const std::vector<int> answers = MessageBoxAnswers(buttons);
+    const auto wanted = static_cast<std::size_t>((buttons >> 8) & 3);
+    return answers[std::min(wanted, answers.size() - 1)];
+}
 
 Upward Upward::None() {
     static Displays displays;
@@ -15,8 +41,9 @@ Upward Upward::None() {
     static PortScreenView port;
     static LinkedBlocks blocks;
     static PartFileWriter partFile;
-    return {&displays, &messages, &status,  &hooks, &pause,  &tabs,
-            &builder,  &route,    &options, &port,  &blocks, &partFile};
+    static BurstPlayer burst;
+    return {&displays, &messages, &status, &hooks,  &pause,    &tabs, &builder,
+            &route,    &options,  &port,   &blocks, &partFile, &burst};
 }
 
 } // namespace zentrel

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// How the model reaches what stands above it: one small interface for each need, which a higher
 /// room implements and the program's start connects. Every member has a default that does nothing,
@@ -34,6 +35,20 @@ class Displays {
 
 enum class MessageIcon { None, Information, Exclamation, Critical };
 
+// The buttons of a message box as scripts number them: which set there is, the icon, which one is
+// the default; and what each button answers.
+inline constexpr int kMsgOk = 1, kMsgCancel = 2, kMsgAbort = 3, kMsgRetry = 4, kMsgIgnore = 5,
+                     kMsgYes = 6, kMsgNo = 7;
+inline constexpr int kMsgYesNo = 4;
+inline constexpr int kMsgQuestion = 32;
+inline constexpr int kMsgSecondButton = 256;
+
+/// The answers that a set of buttons offers (the lowest four bits of `buttons`), in their order.
+/// A set that isn't known is OK alone.
+std::vector<int> MessageBoxAnswers(int buttons);
+/// The one of them that Enter gives.
+int MessageBoxDefault(int buttons);
+
 /// Message and input boxes. A call waits for the answer.
 class Messages {
   public:
@@ -47,6 +62,11 @@ class Messages {
     virtual bool Confirm(std::string_view text, std::string_view title) {
         (void)text, (void)title;
         return true;
+    }
+    /// A box with a choice of buttons (see above); gives the answer.
+    virtual int MessageBox(std::string_view text, std::string_view title, int buttons) {
+        (void)text, (void)title;
+        return MessageBoxDefault(buttons);
     }
     /// Asks for a line of text with `proposed` in it; nothing when cancelled.
     virtual std::optional<std::string> Ask(std::string_view prompt, std::string_view title,
@@ -91,6 +111,16 @@ class EventPause {
   public:
     virtual ~EventPause() = default;
     virtual void Pause() {}
+};
+
+/// The replay of the burst list (burst/burst_run.h), and its picture as digits.
+class BurstPlayer {
+  public:
+    virtual ~BurstPlayer() = default;
+    virtual void RunBurstCommands() {}
+    virtual void RunBurstOnce() {}
+    virtual void StopBurstCommands() {}
+    virtual void DisplayBurstVector() {}
 };
 
 /// The tab strip and the keyboard focus.
@@ -203,6 +233,7 @@ struct Upward {
     PortScreenView* port;
     LinkedBlocks* blocks;
     PartFileWriter* partFile;
+    BurstPlayer* burst;
 
     /// The ones that do nothing.
     static Upward None();

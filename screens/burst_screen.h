@@ -5,6 +5,7 @@
 
 #include "burst/burst_panel.h"
 #include "burst/burst_run.h"
+#include "device/upward.h"
 #include "partfile/ini_file.h"
 
 namespace zentrel {
@@ -14,12 +15,15 @@ class FileDialogs;
 
 /// The BurstMode tab: the list as text with a line selected in it, and the buttons that build,
 /// replay and store it. Nothing edits the list while a burst runs.
-class BurstScreen {
+class BurstScreen : public BurstPlayer {
   public:
     BurstScreen(cPart& part, IniFiles& files, FileDialogs& dialogs, Timer& tmrStartBurst);
 
     BurstPanel panel;
     BurstRun run;
+    void RunBurstCommands() override { run.RunBurstCommands(); }
+    void RunBurstOnce() override { run.RunBurstOnce(); }
+    void StopBurstCommands() override { run.StopBurstCommands(); }
 
     /// Shows the elements that only a device picked from a family brings into view.
     void ShowElements();
@@ -46,7 +50,7 @@ class BurstScreen {
     void ClickSave();
     void ClickLEMode();
     /// "Pattern": the list as digits of the three lines, until the next refresh.
-    void DisplayBurstVector();
+    void DisplayBurstVector() override;
 
   private:
     void ShowText(std::string text);

@@ -75,6 +75,7 @@ FrmPart::~FrmPart() {
     upward.route = none.route;
     upward.blocks = none.blocks;
     upward.partFile = none.partFile;
+    upward.burst = none.burst;
     part.Connect(upward);
 }
 
@@ -90,6 +91,7 @@ void FrmPart::ConnectUpward() {
     upward.route = &burstRoute_;
     upward.blocks = &blocks_;
     upward.partFile = partFileKeys_.get();
+    upward.burst = &burst;
     part.Connect(upward);
 }
 

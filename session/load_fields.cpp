@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "device/number_text.h"
+#include "session/device_items.h"
 #include "session/frm_part.h"
 #include "session/part_loader.h"
 
@@ -86,11 +87,7 @@ void PartLoader::AddRegister(const RegisterEntry& entry) {
     cPart& part = frm_.part;
     const std::string name = Named(kRegisters, "Reg", entry.entry, entry.name);
     if (part.Registers.Contains(name)) return;
-    const auto reg =
-        std::make_shared<cRegister>(part, name, entry.mask, entry.value, entry.lowByte);
-    reg->entry = entry.entry;
-    part.Registers.Add(reg, name);
-    part.upward().builder->AddRegisterRow(*reg);
+    zentrel::AddRegister(part, name, entry.mask, entry.value, entry.lowByte).entry = entry.entry;
 }
 
 // The field of an entry with its control: a new one, or the one that has the name already. Null
@@ -98,24 +95,18 @@ void PartLoader::AddRegister(const RegisterEntry& entry) {
 cPrgmBits* PartLoader::MakeField(const FieldEntry& entry) {
     cPart& part = frm_.part;
     const std::string name = Named(kBits, "Reg", entry.entry, entry.name);
-    cPrgmBits* field = part.PrgmBits.Find(name);
-    if (field != nullptr) {
-        if (entry.control == FieldControl::kSpinBox) return nullptr;
-        frm_.messages.Show("Error adding register: " + name + " this possibly already exists?");
+    const bool stands = part.PrgmBits.Contains(name);
+    cPrgmBits* field = nullptr;
+    if (entry.control == FieldControl::kSpinBox) {
+        if (stands) return nullptr;
+        field = &AddCounter(part, name, entry.reg, entry.position, entry.length, entry.display,
+                            entry.frame);
     } else {
-        const bool control =
-            entry.control == FieldControl::kCheckBox || entry.control == FieldControl::kSpinBox;
-        const auto made = std::make_shared<cPrgmBits>(part, name, entry.reg, entry.position,
-                                                      entry.length, control && entry.display);
-        made->entry = entry.entry;
-        part.PrgmBits.Add(made, name);
-        field = made.get();
+        const bool checkBox = entry.display && entry.control == FieldControl::kCheckBox;
+        field = &AddProgramBit(part, name, entry.reg, entry.position, entry.length, checkBox,
+                               entry.frame);
     }
-    if (entry.display && entry.control == FieldControl::kCheckBox) {
-        part.upward().builder->AddBitElement(*field, entry.frame);
-    } else if (entry.display && entry.control == FieldControl::kSpinBox) {
-        part.upward().builder->AddCounterElement(*field, entry.frame);
-    }
+    if (!stands) field->entry = entry.entry;
     return field;
 }
 
@@ -144,7 +135,7 @@ void PartLoader::AddField(const FieldEntry& entry) {
     field->PolarityInverted = entry.polarityInverted;
     field->DataInverted = entry.dataInverted;
     if (entry.display && entry.control == FieldControl::kList) {
-        frm_.part.upward().builder->AddListElement(*field, entry.frame);
+        AddList(frm_.part, field->ID, entry.frame);
     }
 }
 

@@ -1,6 +1,8 @@
 #include "screens/qt/message_boxes.h"
 
+#include <array>
 #include <cstdio>
+#include <vector>
 
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -54,6 +56,31 @@ QStringList Filters(std::string_view kinds) {
     return filters;
 }
 
+// Scripts choose an icon by the next four bits of their buttons.
+QMessageBox::Icon IconOf(int buttons) {
+    switch (buttons & 0xF0) {
+    case 16:
+        return QMessageBox::Critical;
+    case kMsgQuestion:
+        return QMessageBox::Question;
+    case 48:
+        return QMessageBox::Warning;
+    case 64:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+// By answer, from OK = 1.
+constexpr std::array kButtons{QMessageBox::Ok,    QMessageBox::Cancel, QMessageBox::Abort,
+                              QMessageBox::Retry, QMessageBox::Ignore, QMessageBox::Yes,
+                              QMessageBox::No};
+
+QMessageBox::StandardButton ButtonOf(int answer) {
+    return kButtons[static_cast<std::size_t>(answer - 1)];
+}
+
 void Fill(QMessageBox& box, std::string_view text) {
     box.setTextFormat(Qt::PlainText);
     box.setText(FromModel(text));
@@ -83,6 +110,21 @@ bool MessageBoxes::Confirm(std::string_view text, std::string_view title) {
     Fill(box, text);
     box.setDefaultButton(QMessageBox::Ok);
     return box.exec() == QMessageBox::Ok;
+}
+
+int MessageBoxes::MessageBox(std::string_view text, std::string_view title, int buttons) {
+    const int usual = MessageBoxDefault(buttons);
+    if (!Begin()) return TellNobody(title, text), usual;
+    QMessageBox box(IconOf(buttons), Title(title), {}, QMessageBox::NoButton, window_);
+    Fill(box, text);
+    const std::vector<int> answers = MessageBoxAnswers(buttons);
+    for (const int answer : answers)
+        box.addButton(ButtonOf(answer));
+    box.setDefaultButton(ButtonOf(usual));
+    const int chosen = box.exec();
+    for (const int answer : answers)
+        if (ButtonOf(answer) == chosen) return answer;
+    return usual; // closed in a way that no button stands for
 }
 
 std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::string_view title,

@@ -28,6 +28,7 @@ class MessageBoxes : public Messages {
 
     void Show(std::string_view text, std::string_view title, MessageIcon icon) override;
     bool Confirm(std::string_view text, std::string_view title) override;
+    int MessageBox(std::string_view text, std::string_view title, int buttons) override;
     std::optional<std::string> Ask(std::string_view prompt, std::string_view title,
                                    std::string_view proposed) override;
 
