@@ -203,6 +203,7 @@ void FrmPart::Unload() {
     Form_Unload(cancel);
     if (cancel) return;
     Visible = false;
+    wire.Close();
     if (links.Unloaded) links.Unloaded();
 }
 

@@ -85,11 +85,17 @@ QVariant WireTableModel::Ink(int row, int column) const {
     const Theme& theme = Theme::Now();
     const WireRecord* record = screen_.Row(row);
     if (record == nullptr) return {};
-    const bool stamp = column == WireScreen::kTime || column == WireScreen::kRoute;
-    if (column == WireScreen::kRemark)
+    switch (column) {
+    case WireScreen::kTime:
+    case WireScreen::kRoute:
+        return theme.muted;
+    case WireScreen::kRegister:
+        return record->kind == WireKind::Word ? QVariant() : QVariant(theme.muted);
+    case WireScreen::kRemark:
         return WireFailed(*record) ? theme.Ink(colors::kRed) : theme.muted;
-    if (stamp || record->kind != WireKind::Word) return theme.muted;
-    return {};
+    default:
+        return {};
+    }
 }
 
 QVariant WireTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

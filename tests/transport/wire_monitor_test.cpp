@@ -1,3 +1,5 @@
+#include <array>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -79,6 +81,38 @@ TEST(WireMonitor, pins_set_by_themselves_are_a_record_of_their_own) {
     LoadRegister(rig.part, "R2");
     EXPECT_THAT(rig.Lines(), ElementsAre("LPT Pins pins CE=1, TUNE=1", "LPT R2 0x000002 RB_ADDR=0",
                                          "LPT R2 0x000002 RB_ADDR=0; pins CE=0"));
+}
+
+TEST(WireMonitor, latch_enable_that_is_held_by_a_pin_state_is_told) {
+    WireRig rig;
+    LoadRegister(rig.part, "R2");
+    rig.NewLines();
+    const auto le = static_cast<std::int16_t>(rig.part.LEPositionValue());
+    SendStates(rig.part, std::array{static_cast<std::int16_t>(le | 0x10)});
+    LoadRegister(rig.part, "R2");
+    EXPECT_THAT(rig.Lines(),
+                ElementsAre("LPT Pins pins CE=1, LE=1", "LPT R2 0x000002 RB_ADDR=0; pins CE=0"));
+}
+
+TEST(WireMonitor, the_lines_of_the_bus_may_lie_on_the_control_port) {
+    for (const bool inverted : {false, true}) {
+        WireRig rig;
+        rig.part.InvertClock = inverted;
+        rig.part.SetClockPosition(10);
+        rig.part.SetDataPosition(11);
+        rig.part.SetLEPosition(14);
+        rig.part.PrgmPins("TUNE").SetPosition(std::int32_t{12});
+        LoadRegister(rig.part, "R0");
+        rig.NewLines();
+        LoadRegister(rig.part, "R1");
+        rig.part.PrgmPins("CE").SetEnabled(true);
+        LoadRegister(rig.part, "R1");
+        std::vector<std::string> words;
+        for (const std::string& line : rig.Lines()) {
+            if (line.find("Pins") == std::string::npos) words.push_back(line.substr(0, 15));
+        }
+        EXPECT_THAT(words, ElementsAre("LPT R1 0xABCDE1", "LPT R1 0xABCDE1")) << inverted;
+    }
 }
 
 TEST(WireMonitor, pins_over_usb_are_one_record_with_all_packets_of_the_buffer) {

@@ -80,6 +80,10 @@ TEST_F(WireViewTest, the_keys_select_words_and_closing_stops_the_recording) {
     monitor().close();
     EXPECT_FALSE(monitor().isVisible());
     EXPECT_FALSE(program_->frm().wire.monitor.followed());
+    Entry("mnuWireMonitor")->trigger();
+    EXPECT_TRUE(monitor().isVisible());
+    program_->window().close();
+    EXPECT_FALSE(monitor().isVisible()) << "it goes with the main window";
 }
 
 TEST_F(WireViewTest, the_diagram_zooms_where_the_pointer_is_and_its_cursor_steps_along_the_edges) {
