@@ -1,9 +1,11 @@
 #include <array>
+#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/transport/wire_rig.h"
+#include "transport/monitor/wire_export.h"
 #include "transport/readback.h"
 
 namespace zentrel {
@@ -294,6 +296,49 @@ TEST(WireMonitor, followers_come_and_go_without_each_other) {
     LoadRegister(rig.part, "R1");
     EXPECT_EQ(rig.history.size(), 1U);
     EXPECT_EQ(second.size(), 2U);
+}
+
+// A port that is wired up wrongly, a bridge that talks nonsense: listed as it was, and no harm
+// done.
+TEST(WireMonitor, any_bytes_on_the_wire_make_records_that_can_be_read) {
+    std::mt19937 random(7);
+    const auto below = [&](unsigned limit) { return static_cast<unsigned>(random() % limit); };
+    for (const std::string_view route : {kRouteLpt, kRouteUsb}) {
+        WireRig rig(route);
+        const auto anything = [&](WireListener& wire) {
+            std::vector<std::uint8_t> bytes(below(12));
+            for (std::uint8_t& byte : bytes)
+                byte = static_cast<std::uint8_t>(below(4) == 0 ? below(256) : below(24));
+            if (bytes.size() > 1 && below(4) != 0)
+                bytes[0] = static_cast<std::uint8_t>(bytes.size());
+            const auto address = static_cast<std::uint16_t>(888 + below(3));
+            switch (below(8)) {
+            case 0:
+                return wire.PacketSent(bytes, static_cast<int>(bytes.size() - below(9) / 8));
+            case 1:
+                if (bytes.size() > 2) bytes[1] = static_cast<std::uint8_t>(240 + below(3));
+                return wire.BytesReceived(bytes);
+            case 2:
+                return wire.PortRead(address, static_cast<std::uint8_t>(below(256)));
+            case 3:
+                return below(50) == 0 ? wire.BridgeOpened(static_cast<std::int16_t>(below(2)))
+                                      : rig.monitor.Settle();
+            default:
+                wire.PortWritten(address, static_cast<std::uint8_t>(below(256)));
+            }
+        };
+        for (int i = 0; i < 20000; ++i)
+            rig.transport.wire().Tell(anything);
+        const auto records = rig.All();
+        EXPECT_GT(records.size(), 1000U);
+        for (const WireRecord* record : records) {
+            EXPECT_FALSE(WireLine(*record).empty());
+            for (const WirePacket& packet : WirePackets(*record))
+                EXPECT_FALSE(WirePacketName(packet).empty());
+        }
+        EXPECT_THAT(VcdOf(records), HasSubstr("$enddefinitions"));
+        EXPECT_THAT(CsvOf(records), HasSubstr("LPT"));
+    }
 }
 
 TEST(WireHistory, keeps_the_last_words_under_numbers_that_never_come_twice) {
