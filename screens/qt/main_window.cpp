@@ -21,6 +21,7 @@
 #include "screens/qt/port_view.h"
 #include "screens/qt/registers_view.h"
 #include "screens/qt/status_bar_view.h"
+#include "screens/qt/wire_view.h"
 #include "screens/tab_model.h"
 #include "screens/timers.h"
 
@@ -49,6 +50,7 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     about_ = std::make_unique<AboutView>(hand_, models_.about, this);
     errors_ = std::make_unique<ErrorListView>(hand_, models_.errors, this);
     loopFilter_ = std::make_unique<LoopFilterView>(hand_, models_.loopFilter, this);
+    wire_ = std::make_unique<WireView>(hand_, models_.wire);
     for (TickingTimer* timer : {&models_.timers.tmrAutoReload, &models_.timers.tmrStartBurst,
                                 &models_.timers.tmrUSBCheck})
         timers_.push_back(std::make_unique<EventTimer>(hand_, *timer));
@@ -95,6 +97,7 @@ void MainWindow::Sync() {
     about_->Sync();
     errors_->Sync();
     loopFilter_->Sync();
+    wire_->Sync();
     for (const auto& timer : timers_)
         timer->Sync();
     if (isVisible() != models_.visible) setVisible(models_.visible);

@@ -53,8 +53,8 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
 
 /// The kinds of file in the toolkit's form. Text and pattern take turns; the text names the
 /// pattern.
-QStringList Filters() {
-    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+QStringList Filters(std::string_view kinds) {
+    const QStringList parts = FromModel(kinds).split(QLatin1Char('|'));
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
         filters << QString(parts[i]).replace(QLatin1String("*.*"), QLatin1String("*"));
@@ -168,16 +168,28 @@ std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::strin
 
 std::optional<std::string> FileDialogBoxes::SaveName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QStringList filters = Filters();
+    const QStringList filters = Filters(kSetupFileFilter);
     QString chosen = filters.value(kSetupFileFilterIndex - 1);
     const QString name = QFileDialog::getSaveFileName(window_, FromModel(title), {},
                                                       filters.join(QLatin1String(";;")), &chosen);
     return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
+std::optional<std::string> FileDialogBoxes::ExportName(std::string_view title,
+                                                       std::string_view filter) {
+    if (!boxes_.attended()) return {};
+    QFileDialog dialog(window_, FromModel(title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters(Filters(filter));
+    const auto suffix = filter.substr(filter.find("*.") + 2);
+    dialog.setDefaultSuffix(FromModel(suffix.substr(0, suffix.find_first_of(")|"))));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return ToModel(dialog.selectedFiles().front());
+}
+
 std::optional<std::string> FileDialogBoxes::OpenName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QStringList filters = Filters();
+    const QStringList filters = Filters(kSetupFileFilter);
     QString chosen = filters.value(kSetupFileFilterIndex - 1);
     const QString name = QFileDialog::getOpenFileName(window_, FromModel(title), {},
                                                       filters.join(QLatin1String(";;")), &chosen);

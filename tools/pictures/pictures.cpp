@@ -1,4 +1,5 @@
-// Takes a picture of every tab and dialog of some devices, with words on the simulated board.
+// Takes a picture of every tab and dialog of some devices, with words on the simulated board, and
+// of the wire monitor.
 // docs/make_pictures runs it for each theme and scale.
 //
 //   pictures PARTS OUT SUFFIX [WIDTHxHEIGHT [DEVICE...]]
@@ -25,7 +26,9 @@
 #include "burst/burst_list.h"
 #include "screens/qt/main_window.h"
 #include "screens/qt/theme.h"
+#include "screens/qt/wire_view.h"
 #include "transport/load_path.h"
+#include "transport/readback.h"
 
 namespace fs = std::filesystem;
 using namespace zentrel;
@@ -64,7 +67,35 @@ class Album {
         TakeDialogs();
     }
 
+    /// Words and pins over both routes, with a word selected that changed a few bits.
+    void TakeWire() {
+        device_ = "Wire_Monitor";
+        frm_.guard.Run([this] { frm_.SelectDevice("QVX4100", ""); });
+        for (const int route : {1, 0}) {
+            frm_.guard.Run([&] { frm_.port.SelectCommMode(route); });
+            Click("mnuWireMonitor");
+            SendWords();
+            frm_.guard.Run([this] { frm_.wire.Select(frm_.wire.RowCount() - 2); });
+            QTest::qWait(kSettle);
+            Save(program_.window().wire(), route == 0 ? "USB" : "LPT", route);
+        }
+        frm_.guard.Run([this] { frm_.wire.Close(); });
+    }
+
   private:
+    void SendWords() {
+        cPart& part = frm_.part;
+        Click("mnuLoadPLL");
+        frm_.guard.Run([&] { part.PrgmPins("SYNC").Toggle(), UpdateOutputPins(part); });
+        frm_.guard.Run([&] { QVX4100ReadRegister(part, "R15"); });
+        for (const int dividers : {0x0205, 0x0a05, 0x0a0d}) {
+            frm_.guard.Run([&] {
+                part.Registers("R4").SetBits(dividers, 4, 16);
+                LoadChanges(part);
+            });
+        }
+    }
+
     void TakeDialogs() {
         frm_.guard.Run([this] { frm_.AddError("Setting LD to 3 failed"); });
         Click("mnuAbout");
@@ -147,9 +178,11 @@ int main(int argc, char** argv) {
         if (argc > 4) program.window().resize(SizeFrom(argv[4]));
         Album album(program, argv[2], argv[3]);
         std::vector<std::string> devices(argv + std::min(argc, 5), argv + argc);
-        if (devices.empty()) devices = {"QVX2961", "QVX4100"};
+        const bool shipped = devices.empty();
+        if (shipped) devices = {"QVX2961", "QVX4100"};
         for (const std::string& device : devices)
             album.Take(device);
+        if (shipped) album.TakeWire();
         return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "pictures: %s\n", failure.what());
