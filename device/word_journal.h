@@ -70,6 +70,9 @@ class WordJournal {
     void Acknowledge(const cRegister& reg);
     /// The device's registers are about to go.
     void Forget();
+    /// Changes whenever the device is emptied: whoever compares it before and after a script knows
+    /// whether the same device stands.
+    unsigned device() const { return device_; }
 
   private:
     static constexpr int kDeepest = 64;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "automation/script_host/script_host.h"
 #include "session/frm_part.h"
 #include "transport/bench/bench.h"
 #include "transport/load_path.h"
@@ -22,8 +23,9 @@ class StderrMessages : public Messages {
     int shown = 0;
 };
 
-/// The whole program but its window: session, device, screens' models, and a simulated board.
-/// Works on a copy of the folder with the part files, so that an example changes nobody's files.
+/// The whole program but its window: session, device, scripts, screens' models, and a simulated
+/// board. Works on a copy of the folder with the part files, so that an example changes nobody's
+/// files.
 class Headless {
   public:
     explicit Headless(const std::filesystem::path& folder) : copy_(folder) {}
@@ -77,6 +79,7 @@ class Headless {
     SimulatedBench bench_{part_};
     Transport transport_{part_, bench_.drivers()};
     FrmPart frm_{part_, files_, messages_};
+    PartScripts scripts_{frm_};
     bool started_ = false;
 };
 

@@ -75,18 +75,23 @@ void PartLoader::Finish(bool familyGiven) {
     Late([this] { frm_.displays.UpdatePortDisplay(); });
     if (familyGiven) frm_.burst.ShowElements();
     frm_.tabPart.Visible = true;
-    RunOnLoadHooks();
+    if (!RunOnLoadHooks()) return;
     frm_.part.UpdateDisplays();
     frm_.StatusBar1.StatusBar_SetString("Selected device: " + frm_.part.ID);
 }
 
-void PartLoader::RunOnLoadHooks() {
-    const int last = std::min(definition_.fieldCount, frm_.part.PrgmBits.Count());
-    for (int i = 1; i <= last; ++i) {
+bool PartLoader::RunOnLoadHooks() {
+    const WordJournal& journal = frm_.part.journal();
+    const auto device = journal.device();
+    for (int i = 1; i <= std::min(definition_.fieldCount, frm_.part.PrgmBits.Count()); ++i) {
         const cPrgmBits& field = frm_.part.PrgmBits(i);
         if (field.script_on_load.empty()) continue;
-        Late([&] { frm_.ExecuteScript(field.script_name, field.script_on_load); });
+        // Copies: the hook may take the field away.
+        const std::string module = field.script_name, procedure = field.script_on_load;
+        Late([&] { frm_.ExecuteScript(module, procedure); });
+        if (journal.device() != device) return false;
     }
+    return true;
 }
 
 void PartLoader::Late(const std::function<void()>& step) {

@@ -41,7 +41,8 @@ class PartLoader {
     /// False when a module doesn't compile: the load ends there.
     bool LoadScripts();
     void TellCompileFailure(const ScriptModule& module, int number, const class CompileFailure&);
-    void RunOnLoadHooks();
+    /// False when one of them has loaded another device.
+    bool RunOnLoadHooks();
 
     /// Runs a step behind the scripts. Once a module stands, its failures are passed over.
     void Late(const std::function<void()>& step);

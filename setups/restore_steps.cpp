@@ -30,11 +30,15 @@ void RestoreExtraDivider(cPLL& pll, IniFiles& files, std::string_view partFile,
 
 void RunOnLoadHooks(cPart& part, IniFiles& files, std::string_view partFile) {
     const auto count = ParseFileInt16(files.GetPrivateSetting(partFile, "BITS", "COUNT", "0"));
+    const auto device = part.journal().device();
     for (int i = 1; i <= std::min<int>(count.value_or(0), part.PrgmBits.Count()); ++i) {
         const cPrgmBits& field = part.PrgmBits(i);
-        if (!field.script_on_load.empty()) {
-            part.upward().hooks->ExecuteScript(field.script_name, field.script_on_load);
-        }
+        if (field.script_on_load.empty()) continue;
+        // Copies: the hook may load another device, and then there is nothing left to restore.
+        const std::string id = field.ID, module = field.script_name,
+                          procedure = field.script_on_load;
+        part.upward().hooks->ExecuteScript(module, procedure);
+        if (part.journal().device() != device) throw NotFound(part.PrgmBits.name(), id);
     }
 }
 

@@ -29,7 +29,9 @@ struct Slot {
         std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>;
     static constexpr Type kType = Convert<Plain>::kType;
 
-    explicit Slot(const Value& value) : held(Convert<Plain>::In(value)) {}
+    // What only comes back may be given as nothing yet.
+    explicit Slot(const Value& value)
+        : held(kByReference && value.IsEmpty() ? Plain() : Convert<Plain>::In(value)) {}
     P Get() { return static_cast<P>(held); }
     void Back(Value& value) const {
         if constexpr (kByReference) value = Convert<Plain>::Out(held);

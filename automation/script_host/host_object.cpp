@@ -1,6 +1,7 @@
 #include "automation/script_host/host_object.h"
 
 #include <array>
+#include <cstddef>
 #include <new>
 #include <string>
 #include <vector>
@@ -98,8 +99,12 @@ std::optional<std::string> PlainName(std::u16string_view name) {
     return plain;
 }
 
+// Parentheses behind a property without arguments go to what it gives. A routine takes them all,
+// to refuse those that are too many.
 vbscript::Member SlotOf(const objects::ClassTable& table, std::size_t index) {
-    return {static_cast<int>(index), !table.members()[index].parameters.empty()};
+    const objects::Member& member = table.members()[index];
+    const bool routine = member.kind == objects::Member::Kind::Routine;
+    return {static_cast<int>(index), routine || !member.parameters.empty()};
 }
 
 } // namespace
@@ -131,6 +136,16 @@ void ProgramObject::Set(int slot, vbscript::Arguments args, const vbscript::Valu
     Answer([&] {
         const Converted arguments(args);
         objects::Write(object_, At(slot), arguments.values(), FromScript(value));
+    });
+}
+
+// Each way to an object makes a ProgramObject of its own.
+bool ProgramObject::IsSame(const vbscript::HostObject& other) const {
+    const auto* program = dynamic_cast<const ProgramObject*>(&other);
+    if (program == nullptr) return false;
+    return Answer([&] {
+        return MemberTable() == program->MemberTable() &&
+               &object_.As<std::byte>() == &program->object_.As<std::byte>();
     });
 }
 

@@ -23,6 +23,7 @@ class ProgramObject final : public vbscript::HostObject {
     void SetRef(int slot, vbscript::Arguments args, const vbscript::Value& value) override {
         Set(slot, args, value);
     }
+    bool IsSame(const vbscript::HostObject& other) const override;
     std::unique_ptr<vbscript::Enumerator> Enumerate() override;
 
   private:

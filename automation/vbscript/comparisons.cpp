@@ -2,6 +2,7 @@
 
 #include "automation/vbscript/convert.h"
 #include "automation/vbscript/errors.h"
+#include "automation/vbscript/vbscript.h"
 
 #include <cmath>
 
@@ -81,7 +82,11 @@ bool Same(const Value& left, const Value& right) {
     const auto& a = left.Target();
     const auto& b = right.Target();
     if (!a.IsObject() || !b.IsObject()) Raise(ErrorNumber::ObjectRequired);
-    return a.AsObject() == b.AsObject();
+    const auto* one = a.AsObject();
+    const auto* other = b.AsObject();
+    if (!one || !other || one->kind() != Object::Kind::Host || other->kind() != Object::Kind::Host)
+        return one == other;
+    return static_cast<const HostObject*>(one)->IsSame(*static_cast<const HostObject*>(other));
 }
 
 } // namespace zentrel::vbscript

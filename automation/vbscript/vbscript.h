@@ -102,6 +102,8 @@ class HostObject : public Object {
     virtual void SetRef(int slot, Arguments args, const Value& value);
     /// The member as a statement; its value is dropped. The default reads it.
     virtual void Call(int slot, Arguments args) { Get(slot, args); }
+    /// `object Is other`: whether both stand for one thing.
+    virtual bool IsSame(const HostObject& other) const { return this == &other; }
     /// For Each; the default refuses with error 438 (a For Each over it fails with 451).
     virtual std::unique_ptr<Enumerator> Enumerate();
 };

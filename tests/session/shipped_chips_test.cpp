@@ -11,7 +11,6 @@
 #include "clock/clock_entry.h"
 #include "device/number_text.h"
 #include "synth/frequency_entry.h"
-#include "synth/pll_toggles.h"
 #include "tests/setups/bench_desk.h"
 #include "transport/load_path.h"
 
@@ -163,24 +162,6 @@ TEST_F(ShippedChip, adf4106_keeps_the_vco_on_a_typed_comparison_frequency) {
     EXPECT_EQ(Pll().VCOFrequency(), 2500);
 }
 
-TEST_F(ShippedChip, adf4106_and_4002_keep_both_latches_alike) {
-    for (const std::string device : {"ADF4106", "ADF4002"}) {
-        SCOPED_TRACE(device);
-        Pick(device);
-        lblPDPol_Click(part, 1);
-        for (int click = 0; click < 5; ++click)
-            lblCPGain_MouseUp(part, 1, false);
-        lblCPGain_MouseUp(part, 1, true);
-        part.PrgmBits("TIMER").SetValue(23);
-        part.PrgmBits("COUNTER_RESET").ToggleBit();
-        const std::uint64_t prescaler = device == "ADF4106" ? Word({{22, 2}}) : 0;
-        const std::uint64_t function =
-            prescaler | Word({{18, 7}, {15, 3}, {11, (23 - 3) / 4}, {4, 1}, {2, 1}});
-        EXPECT_EQ(Held("F"), function | 2);
-        EXPECT_EQ(Held("I"), function | 3);
-    }
-}
-
 // ADF4002: N alone.
 
 TEST_F(ShippedChip, adf4002_counts_n_plainly) {
@@ -274,6 +255,25 @@ TEST_F(Ad9512, passes_a_divider_by) {
     EXPECT_EQ(Held("DIV2B"), Byte(0x4F, 0x80));
     EXPECT_EQ(Row(2).divCHtxt_freq.Text, "1000");
     EXPECT_EQ(Row(1).divCHtxt_freq.Text, "500");
+}
+
+TEST_F(Ad9512, delays_the_one_output_that_can_be_delayed) {
+    EXPECT_EQ(Row(4).divCB_CMux.List[2], "Divided");
+    EXPECT_EQ(Row(4).divCB_CMux.ListIndex, 2);
+    Row(4).divCB_CMux.SetListIndex(0); // "Divided and Delayed"
+    EXPECT_EQ(Held("DLY4_BYP"), Byte(0x34, 0));
+    Row(4).divCB_CDelay.SetListIndex(24);
+    EXPECT_EQ(Held("DLY4_FINE"), Byte(0x36, 24U << 1));
+    EXPECT_EQ(Row(4).divCB_CDelay.BackColor, colors::kWhite);
+    Row(4).divCB_CMux.SetListIndex(3); // "Bypassed"
+    EXPECT_EQ(Held("DLY4_BYP"), Byte(0x34, 1));
+    EXPECT_EQ(Held("DIV4B"), Byte(0x53, 0x80));
+    EXPECT_EQ(Row(0).divCB_CDelay.List[0], "No delay");
+    EXPECT_EQ(Row(0).divCB_CDelay.ListIndex, 0);
+    const std::uint64_t update = Held("UPDATE");
+    Row(0).divCB_CDelay.SetListIndex(1);
+    EXPECT_EQ(Held("UPDATE"), update);
+    EXPECT_EQ(Row(0).divCB_CDelay.ListIndex, 0);
 }
 
 TEST_F(Ad9512, takes_the_nearest_ratio_that_it_has_and_steps_no_further) {

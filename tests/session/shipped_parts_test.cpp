@@ -39,6 +39,8 @@ class Lint {
             CheckPll(pll);
         for (const ClkDistEntry& block : part_.clkDists)
             CheckBlock(block);
+        for (const ScriptModule& module : part_.scripts)
+            CheckModule(module);
     }
 
   private:
@@ -82,6 +84,7 @@ class Lint {
             field.description.find_first_not_of("\r\n ", headEnd) != std::string::npos;
         if (field.display && !told) fail("DESCRIPTION", "a field that is shown has none");
         CheckCodes(field);
+        CheckHooks(field);
         if (field.control == FieldControl::kList && field.strings.empty() && field.values.empty()) {
             fail("COUNT", "a list without entries");
         }
@@ -101,6 +104,42 @@ class Lint {
         if (field.strings.empty() && static_cast<double>(field.values.size() - 1) > largest) {
             Fail("BITS", "VAL" + KeyNumber(field.entry), field.name,
                  "the last entries can't be selected");
+        }
+    }
+
+    void CheckHooks(const FieldEntry& field) const {
+        struct Hook {
+            const char* key;
+            const std::string& procedure;
+        };
+        for (const Hook& hook : {Hook{"script_on_load", field.scriptOnLoad},
+                                 {"script_before_prog", field.scriptBeforeProg},
+                                 {"script_after_prog", field.scriptAfterProg}}) {
+            if (hook.procedure.empty()) continue;
+            const std::string key = hook.key + KeyNumber(field.entry);
+            if (!part_.executeScripts) Fail("BITS", key, field.name, "scripts are switched off");
+            const auto module = std::find_if(
+                part_.scripts.begin(), part_.scripts.end(), [&](const ScriptModule& candidate) {
+                    return EqualNoCase(candidate.name, field.scriptName);
+                });
+            if (module == part_.scripts.end()) {
+                Fail("BITS", key, field.name, "no module \"" + field.scriptName + "\"");
+            } else if (module->Code().find("Sub " + hook.procedure + "\r\n") == std::string::npos) {
+                Fail("BITS", key, field.name, "no procedure \"" + hook.procedure + "\"");
+            }
+        }
+    }
+
+    // A module that no field names and that isn't the load hook never runs.
+    void CheckModule(const ScriptModule& module) const {
+        const bool used =
+            module.name == "Hook_CheckProgramRegister_LoadAll" ||
+            std::any_of(part_.fields.begin(), part_.fields.end(), [&](const FieldEntry& field) {
+                return EqualNoCase(field.scriptName, module.name);
+            });
+        if (!used) Fail("SCRIPTS", "SCRIPTNAME", module.name, "nothing uses it");
+        if (module.Code().find("\r\n\r\n") != std::string::npos) {
+            Fail("SCRIPTS", "SCRIPTLINES", module.name, "a line is missing");
         }
     }
 
