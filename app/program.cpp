@@ -8,6 +8,7 @@
 #include "screens/qt/clock_view.h"
 #include "screens/qt/model_text.h"
 #include "screens/qt/pll_view.h"
+#include "transport/monitor/wire_text.h"
 
 namespace zentrel {
 namespace {
@@ -48,6 +49,34 @@ class Program::Frame : public WindowFrame {
   private:
     view::MainWindow& window_;
     const view::MessageBoxes& boxes_;
+};
+
+/// The wire as text, for the clients that follow it.
+class Program::WireLines : private WireFollower {
+  public:
+    WireLines(FrmPart& frm, dbus::WireFeed& feed) : monitor_(frm.wire.monitor), feed_(feed) {
+        feed_.Followed = [this](bool followed) {
+            if (followed) {
+                monitor_.Add(*this);
+            } else {
+                monitor_.Remove(*this);
+            }
+        };
+        feed_.BeforeBatch = [this, &frm] {
+            if (!frm.guard.busy()) monitor_.Settle();
+        };
+    }
+    ~WireLines() override { monitor_.Remove(*this); }
+    WireLines(const WireLines&) = delete;
+    WireLines& operator=(const WireLines&) = delete;
+
+  private:
+    void Recorded(const WireRecord& record) override {
+        feed_.Take([&record] { return WireLine(record); });
+    }
+
+    WireMonitor& monitor_;
+    dbus::WireFeed& feed_;
 };
 
 Program::Program(const std::string& folder)
@@ -131,6 +160,7 @@ void Program::Start() {
 
 dbus::Bus::Joined Program::JoinBus(const QString& address) {
     service_ = std::make_unique<dbus::Service>(frm_, *frame_);
+    wireLines_ = std::make_unique<WireLines>(frm_, service_->wire());
     bus_ = std::make_unique<dbus::Bus>(*service_, address);
     return bus_->Join();
 }

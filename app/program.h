@@ -49,6 +49,7 @@ class Program {
   private:
     class BetweenPasses;
     class Frame;
+    class WireLines;
 
     Drivers DriversFor(bool simulated);
     void ConnectSession();
@@ -73,6 +74,7 @@ class Program {
     QTimer followCalls_;
     std::unique_ptr<dbus::Service> service_;
     std::unique_ptr<dbus::Bus> bus_;
+    std::unique_ptr<WireLines> wireLines_;
     std::unique_ptr<QSocketNotifier> deviceEvents_; ///< Of `hardware_.watch`.
 };
 

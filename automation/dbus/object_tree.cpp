@@ -105,8 +105,11 @@ std::string ObjectTree::PathOf(const ObjectRef& object) const {
 
 void ObjectTree::Walk(const std::string& path, const ObjectRef& object, const Visit& visit) const {
     visit(path, object);
-    for (const std::string& element : Children(object))
-        Walk(path + "/" + element, Child(object, element), visit);
+    for (const std::string& element : Children(object)) {
+        std::string below = path;
+        below.append("/").append(element);
+        Walk(below, Child(object, element), visit);
+    }
 }
 
 } // namespace zentrel::dbus

@@ -16,6 +16,8 @@ class Reception;
 
 /// An `Application` object of a client's own, as far as it differs from the program's.
 struct ClientObject {
+    ClientObject(Reception& where, int its) : reception(where), number(its) {}
+
     Reception& reception;
     int number;
 

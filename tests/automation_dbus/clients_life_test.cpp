@@ -245,7 +245,8 @@ TEST_F(BusLifeTest,
         << "the program stands between two calls";
     const std::string object =
         bench.Text(bench.Call(QLatin1String(kFront), QStringLiteral("Create")));
-    bench.Call(QString::fromStdString(object), QStringLiteral("Release"));
+    EXPECT_EQ(bench.Text(bench.Call(QString::fromStdString(object), QStringLiteral("Release"))),
+              "");
     EXPECT_TRUE(Until([&] { return !running(); }));
 }
 
