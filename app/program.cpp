@@ -99,7 +99,7 @@ void Program::MakeWindow() {
     window_ = std::make_unique<view::MainWindow>(view::WindowModels{
         frm_.guard, frm_.menu, frm_.tabPart, frm_.StatusBar1, frm_.timers, frm_.registers,
         frm_.bits, frm_.port, frm_.burst, frm_.frmErrorList, frm_.frmAbout, frm_.loopFilter,
-        bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
+        frm_.wire, bench_.board, frm_.Caption, frm_.Visible, [this] { frm_.Unload(); }});
     window_->SetPageMaker([this](int tab, QWidget* parent) -> view::ScreenView* {
         if (auto* page = view::MakePllPage(window_->hand(), part_, tab, parent)) return page;
         return view::MakeClockPage(window_->hand(), part_, frm_.loopFilter, tab, parent);

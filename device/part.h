@@ -145,6 +145,7 @@ class cPart {
     Transport* transport() const { return transport_; }
     void SetTransport(Transport* transport) { transport_ = transport; }
     WordJournal& journal() { return journal_; }
+    const WordJournal& journal() const { return journal_; }
 
   private:
     friend class UpdatingScope;

@@ -4,6 +4,7 @@
 #include "device/errors.h"
 #include "device/number_text.h"
 #include "device/part.h"
+#include "device/text.h"
 
 namespace zentrel {
 
@@ -26,15 +27,30 @@ std::string LimitsOf(const cPrgmBits& field) {
     return limits;
 }
 
+std::string NowOf(const cPrgmBits& field) {
+    try {
+        return field.Text();
+    } catch (const OutOfRange&) {
+        return NumberToText(field.BitValue()) + ", which its list doesn't have";
+    }
+}
+
+/// The beginning of a long text, cut between two characters.
+std::string Beginning(const std::string& text, std::size_t length) {
+    if (text.size() <= length) return text;
+    const auto inside = [&] { return (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U; };
+    while (length > 0 && inside())
+        --length;
+    return text.substr(0, length) + " ...";
+}
+
 std::string Describe(const cPrgmBits& field) {
     std::string tip = field.ID + "\n" + field.Register + ", " + BitsOf(field);
     if (!field.LinkedBits.empty()) tip += ", continued in " + field.LinkedBits;
-    tip += "\nNow " + field.Text();
+    tip += "\nNow " + NowOf(field);
     if (const std::string limits = LimitsOf(field); !limits.empty()) tip += "\nLimits: " + limits;
     if (field.Description.empty()) return tip;
-    tip += "\n" + field.Description.substr(0, kLongestDescription);
-    if (field.Description.size() > kLongestDescription) tip += " ...";
-    return tip;
+    return tip + "\n" + Beginning(field.Description, kLongestDescription);
 }
 
 } // namespace
@@ -47,6 +63,19 @@ std::string FieldTip(const cPart& part, std::string_view field) {
     }
 }
 
+std::string BitTip(const cPart& part, std::string_view reg, int bit) {
+    constexpr int kMostFields = 3; // A bit seldom has more than one.
+    std::string tip = std::string(reg) + ", bit " + std::to_string(bit);
+    if (bit < part.ControlLength) tip += "\nControl bit: part of the register's address";
+    int fields = 0;
+    for (const cPrgmBits& field : part.PrgmBits) {
+        const bool holds = field.Position >= 0 && field.Position <= bit &&
+                           bit < field.Position + field.Length && EqualNoCase(field.Register, reg);
+        if (holds && ++fields <= kMostFields) tip += "\n\n" + FieldTip(part, field.ID);
+    }
+    return tip;
+}
+
 std::string RegisterTip(const cPart& part, std::string_view name) {
     try {
         const cRegister& reg = part.Registers(name);
@@ -56,6 +85,17 @@ std::string RegisterTip(const cPart& part, std::string_view name) {
     } catch (const Error&) {
         return {};
     }
+}
+
+std::string FrequencyTip(std::string_view name, std::string_view value, std::string_view unit,
+                         const Label& limits) {
+    std::string tip(name);
+    tip.append("\nNow ").append(value).append(" ").append(unit);
+    if (limits.Caption.empty() && limits.Tag.empty()) return tip;
+    tip += "\nLimits:";
+    if (!limits.Caption.empty()) tip += " from " + limits.Caption;
+    if (!limits.Tag.empty()) tip += " up to " + limits.Tag;
+    return tip.append(" ").append(unit);
 }
 
 } // namespace zentrel

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "form/elements.h"
+
 namespace zentrel {
 
 class cPart;
@@ -13,5 +15,12 @@ std::string FieldTip(const cPart& part, std::string_view field);
 
 /// The same for a register: name, word in hexadecimal, whether it waits to be sent.
 std::string RegisterTip(const cPart& part, std::string_view name);
+
+/// What one bit of a register is: its number, and the fields that it belongs to.
+std::string BitTip(const cPart& part, std::string_view reg, int bit);
+
+/// What a frequency is, shows and may be: `limits` carries the least as caption, the most as tag.
+std::string FrequencyTip(std::string_view name, std::string_view value, std::string_view unit,
+                         const Label& limits);
 
 } // namespace zentrel

@@ -21,6 +21,13 @@ class FileDialogs {
         return {};
     }
 
+    /// A name to export to, with other kinds of file than setups: "Name (*.x)|*.x|..." as in
+    /// kSetupFileFilter, the first of which is selected and lends its suffix to a bare name.
+    virtual std::optional<std::string> ExportName(std::string_view title, std::string_view filter) {
+        (void)title, (void)filter;
+        return {};
+    }
+
     /// Nobody to ask: every dialog is cancelled.
     static FileDialogs& None() {
         static FileDialogs none;

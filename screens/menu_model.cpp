@@ -88,6 +88,7 @@ constexpr auto kMenuBar = std::to_array<MenuRow>({
     {0, kMenu, "&Bench", "mnuBench"},
     {1, kEntry, "&Simulated Board", "mnuSimulatedBoard", "", kCheckable},
     {1, kEntry, "&Board", "mnuBoard", "", kCheckable},
+    {1, kEntry, "&Wire Monitor", "mnuWireMonitor", "Ctrl+M"},
 
     {0, kMenu, "&Help", "mnuHelp"},
     {1, kEntry, "&Status", "mnuStatus"},

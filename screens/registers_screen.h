@@ -104,6 +104,8 @@ class RegistersScreen {
     std::string UnsentBits(int row);
     /// What a row's name tells when it is pointed at.
     std::string TipOn(int row) const;
+    /// The same for one of its bits, by its number.
+    std::string TipOnBit(int row, int bit) const;
 
   private:
     struct ShownRow {

@@ -25,4 +25,8 @@ std::string RegistersScreen::TipOn(int row) const {
     return IsRow(row) ? RegisterTip(part_, RegisterOf(row).ID()) : std::string();
 }
 
+std::string RegistersScreen::TipOnBit(int row, int bit) const {
+    return IsRow(row) ? BitTip(part_, RegisterOf(row).ID(), bit) : std::string();
+}
+
 } // namespace zentrel

@@ -11,11 +11,12 @@ run_packages=(g++ cmake ninja-build qt6-base-dev fonts-dejavu-core libusb-1.0-0-
   pkg-config)
 
 # Builds the tests and benchmarks: GoogleTest and Google Benchmark; libinih as the yardstick of the
-# ini reader and Lua as that of the script engine; a session bus for the tests that need one, and Python's
-# way to it for the example client; umockdev, which plays the kernel for the drivers of real ports; the desktop's own checks of menu
-# entries and of metadata, for what ./install puts there.
+# ini reader and Lua as that of the script engine; a session bus for the tests that need one, and
+# Python's way to it for the example client; umockdev, which plays the kernel for the drivers of
+# real ports; sigrok-cli, which reads what the wire monitor saves for logic analysers; the desktop's
+# own checks of menu entries and of metadata, for what ./install puts there.
 test_packages=("${run_packages[@]}" libgtest-dev libgmock-dev libbenchmark-dev libinih-dev
-  liblua5.4-dev dbus python3-dbus umockdev libumockdev-dev desktop-file-utils appstream)
+  liblua5.4-dev dbus python3-dbus umockdev libumockdev-dev sigrok-cli desktop-file-utils appstream)
 
 # The checks: formatter, linter, and clang's runtime for the fuzz targets.
 check_packages=("${test_packages[@]}" clang clang-format clang-tidy)

@@ -57,6 +57,7 @@ void FrmPart::ConnectMenu() {
 
     menu.Connect("mnuSimulatedBoard", [this] { SetBench(!SimulatedBoard()); });
     ConnectToggle("mnuBoard", [](bool) {});
+    menu.Connect("mnuWireMonitor", [this] { wire.Show(); });
 
     menu.Connect("mnuStatus", [this] { TellStatus(); });
     menu.Connect("mnuShowErrors", [this] { frmErrorList.Show(); });

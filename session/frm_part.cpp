@@ -45,9 +45,10 @@ FrmPart::FrmPart(cPart& device, IniFiles& iniFiles, Messages& boxes, FileDialogs
     : part(device), session(device.session()), files(iniFiles), messages(boxes),
       dialogs(fileDialogs), registers(device), bits(device), port(device, timers),
       burst(device, iniFiles, fileDialogs, timers.tmrStartBurst), frmErrorList(session),
-      frmAbout(session), loopFilter(device), guard(device), displays(bits, registers, port, burst),
-      builder_(tabPart, registers, bits, port, burst), deviceMenus_(menu, iniFiles),
-      burstRoute_(device), blocks_(device), partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
+      frmAbout(session), loopFilter(device), wire(device, fileDialogs), guard(device),
+      displays(bits, registers, port, burst), builder_(tabPart, registers, bits, port, burst),
+      deviceMenus_(menu, iniFiles), burstRoute_(device), blocks_(device),
+      partFileKeys_(std::make_unique<PartFileKeys>(*this)) {
     ConnectUpward();
     ConnectMenu();
     ConnectSetups();
@@ -202,6 +203,7 @@ void FrmPart::Unload() {
     Form_Unload(cancel);
     if (cancel) return;
     Visible = false;
+    wire.Close();
     if (links.Unloaded) links.Unloaded();
 }
 

@@ -24,6 +24,7 @@
 #include "screens/status_bar.h"
 #include "screens/tab_model.h"
 #include "screens/timers.h"
+#include "screens/wire_screen.h"
 #include "session/device_menus.h"
 #include "session/displays.h"
 #include "session/event_guard.h"
@@ -77,6 +78,7 @@ class FrmPart {
     ErrorList frmErrorList;
     AboutDialog frmAbout;
     frmLoopFilter loopFilter;
+    WireScreen wire;
     /// Element 0 of the panels' arrays: the drawings on the two hidden tabs, which nobody sees.
     PllPanel pllDesign;
     ClockPanel clockDesign;

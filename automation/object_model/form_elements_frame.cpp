@@ -15,10 +15,10 @@ constexpr ElementRow Entry(std::string_view name) {
     // A check mark turns by the entry's own action, which does all that hangs on it.
     row.act = [](const ElementRow& self, FrmPart& frm, int, int value) {
         MenuNode& node = frm.menu(self.name);
-        if (!node.checkable) {
-            node.Checked = value != 0;
-        } else if (const auto action = node.Click) {
+        if (const auto action = node.Click; node.checkable && action) {
             action(-1);
+        } else {
+            node.Checked = value != 0;
         }
     };
     return row;

@@ -136,9 +136,8 @@ Rows UpToThePartType() {
         PllFromCaption(),
         Routine<[](F& frm, Text pll) { UpdateCLKforPLL(frm.part, pll); }>("UpdateCLKforPLL",
                                                                           {"pllname"}),
-        Routine<[](F& frm, int16_t& pll, double& mhz) {
-            VCOFrequencySetValue(frm.part, pll, mhz);
-        }>("VCOFrequencySetValue", {"pllIndex", "vcofreq"}),
+        Routine<[](F& frm, int16_t pll, double mhz) { VCOFrequencySetValue(frm.part, pll, mhz); }>(
+            "VCOFrequencySetValue", {"pllIndex", "vcofreq"}),
         Routine<&F::GetPartType>("GetPartType", {"sPartName"}),
     };
 }

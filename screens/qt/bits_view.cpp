@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHelpEvent>
+#include <QStyle>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -58,7 +59,8 @@ BitsView::BitsView(const Hand& hand, BitsScreen& model, QWidget* parent)
 
 BitsSizes BitsView::RealSizes() const {
     const Metrics& m = Metrics::Now();
-    const int pageHeight = height() - m.Units(3);
+    // Above and below the frames, and the bar that scrolls them sideways.
+    const int pageHeight = height() - m.Units(4) - style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     BitsSizes sizes;
     sizes.windowHeight = Twips(pageHeight) + kFrameChrome;
     sizes.tabWidth = Twips(width());
@@ -250,16 +252,30 @@ void BitsView::Place() {
                              m.textHeight);
         l.list->setGeometry(box.x(), box.y(), width, m.boxHeight);
     }
-    const int rise = Rise();
-    for (std::size_t k = 0; k < frames_.size(); ++k) {
-        const Frame& f = model_.fraPrgmBits[k];
-        frames_[k]->setGeometry(Pixels(f.Left), Pixels(f.Top) - rise, Pixels(f.Width),
-                                Pixels(f.Height));
-    }
+    PlaceFrames();
     PlacePins();
     FitContent();
     for (QObject* child : content_->children())
         if (auto* frame = dynamic_cast<GroupFrame*>(child)) frame->Sync();
+}
+
+// The model places each frame by the one before it. A frame that grew after that, or one wider than
+// its neighbour below, pushes what stands to the right of it or under it out of its way.
+void BitsView::PlaceFrames() {
+    const int gap = Pixels(kGapTwips), rise = Rise(), shift = Shift();
+    int column = 0, columnLeft = 0, below = 0, right = 0;
+    for (std::size_t k = 0; k < frames_.size(); ++k) {
+        const Frame& f = model_.fraPrgmBits[k];
+        if (k == 0 || f.Left != column) {
+            column = f.Left;
+            columnLeft = std::max(Pixels(column) + shift, k == 0 ? 0 : right + gap);
+            below = 0;
+        }
+        const int top = std::max(Pixels(f.Top) - rise, below);
+        frames_[k]->setGeometry(columnLeft, top, Pixels(f.Width), Pixels(f.Height));
+        right = std::max(right, columnLeft + Pixels(f.Width));
+        below = top + Pixels(f.Height) + gap / 2;
+    }
 }
 
 // The design leaves more room above the frames than a page needs.
@@ -268,13 +284,19 @@ int BitsView::Rise() const {
     return Pixels(top) - Metrics::Now().Units(2);
 }
 
+// And less on their left.
+int BitsView::Shift() const {
+    const int left = frames_.empty() ? model_.fraPrgmPins.Left : model_.fraPrgmBits[0].Left;
+    return Metrics::Now().Units(2) - Pixels(left);
+}
+
 void BitsView::PlacePins() {
     const Metrics& m = Metrics::Now();
     const Frame& f = model_.fraPrgmPins;
     const int width = ColumnWidth();
-    int left = Pixels(f.Left);
-    if (!frames_.empty())
-        left = std::max(left, frames_.back()->geometry().right() + Pixels(kGapTwips));
+    int left = Pixels(f.Left) + Shift();
+    for (const GroupFrame* frame : frames_)
+        left = std::max(left, frame->geometry().right() + Pixels(kGapTwips));
     int bottom = 0;
     for (const Bit& pin : pins_) {
         const Element& e = model_.chkPrgmPin[pin.index];

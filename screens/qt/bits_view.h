@@ -63,8 +63,10 @@ class BitsView : public ScreenView {
     void NameWidgets();
     void TellOnHover(QWidget* widget, const std::string& field);
     void Place();
+    void PlaceFrames();
     void PlacePins();
     int Rise() const;
+    int Shift() const;
     void FitContent();
     BitsSizes RealSizes() const;
 

@@ -1,5 +1,6 @@
 #include "screens/qt/board_dock.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QFontMetrics>
@@ -106,15 +107,22 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
     table_->setAlternatingRowColors(true);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setWordWrap(false);
+    table_->setTabKeyNavigation(false); // The arrows move in it; Tab goes on.
     table_->setAccessibleName(tr("Words that the board latched, newest first"));
     QHeaderView* rows = table_->verticalHeader();
     rows->hide();
     rows->setSectionResizeMode(QHeaderView::Fixed);
-    rows->setDefaultSectionSize(Metrics::Now().textHeight + Metrics::Now().half);
     QHeaderView* columns = table_->horizontalHeader();
     columns->setHighlightSections(false);
     columns->setStretchLastSection(true);
-    const QFontMetrics text(font());
+    FitFont();
+    setWidget(table_);
+}
+
+void BoardDock::FitFont() {
+    table_->verticalHeader()->setDefaultSectionSize(Metrics::Now().textHeight +
+                                                    Metrics::Now().half);
+    const QFontMetrics text(QApplication::font());
     const int gap = Metrics::Now().Units(4);
     table_->setColumnWidth(LatchedWordModel::kTime,
                            text.horizontalAdvance(QStringLiteral("00:00:00.000")) + gap);
@@ -123,7 +131,10 @@ BoardDock::BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWid
     table_->setColumnWidth(LatchedWordModel::kRegister,
                            text.horizontalAdvance(QStringLiteral("Register name")) + gap);
     table_->setMinimumSize(Metrics::Now().Units(24), Metrics::Now().Units(8));
-    setWidget(table_);
+}
+
+QWidget* BoardDock::table() const {
+    return table_;
 }
 
 void BoardDock::Sync() {

@@ -46,6 +46,10 @@ class BoardDock : public QDockWidget {
     BoardDock(const Hand& hand, MenuModel& menu, const Board& board, QWidget* parent);
 
     void Sync();
+    /// The application's font has changed.
+    void FitFont();
+    /// What takes the focus; the Tab key comes to it behind the pages.
+    QWidget* table() const;
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,5 +1,7 @@
 #include "screens/qt/burst_view.h"
 
+#include <array>
+
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMouseEvent>
@@ -82,17 +84,18 @@ QWidget* BurstView::MakeControls() {
     grid->setColumnMinimumWidth(0, (ControlsWidth() - m.unit) / 2);
     int line = 0;
     const auto gap = [&] { grid->setRowMinimumHeight(line++, m.unit); };
-    const auto pair = [&](QWidget* left, QWidget* right) {
-        grid->addWidget(left, line, 0);
-        grid->addWidget(right, line++, 1);
+    // An array makes its parts in order, as the Tab key will walk.
+    const auto pair = [&](const std::array<QWidget*, 2>& parts) {
+        grid->addWidget(parts[0], line, 0);
+        grid->addWidget(parts[1], line++, 1);
     };
     const auto button = [&](Button& element, const char* name, auto act) {
         return AddButton(
             element, name, [this, act] { act(model_); }, controls);
     };
 
-    pair(button(panel.cmdRun, "cmdRun", [](BurstScreen& s) { s.run.cmdRun_Click(); }),
-         button(panel.cmdLoop, "cmdLoop", [](BurstScreen& s) { s.run.cmdLoop_Click(); }));
+    pair({button(panel.cmdRun, "cmdRun", [](BurstScreen& s) { s.run.cmdRun_Click(); }),
+          button(panel.cmdLoop, "cmdLoop", [](BurstScreen& s) { s.run.cmdLoop_Click(); })});
     grid->addWidget(button(panel.cmdBreak, "cmdBreak", [](BurstScreen&) {}), line++, 0, 1, 2);
     gap();
     label_ = new CaptionLabel(panel.Label1, CaptionLabel::Tone::Muted,
@@ -104,21 +107,23 @@ QWidget* BurstView::MakeControls() {
     registers_->setAccessibleName(tr("Add a load of the register"));
     registers_->onChoose([this](int index) { model_.ChooseRegister(index); });
     grid->addWidget(registers_, line++, 0, 1, 2);
+    PushButton* addDelay =
+        button(panel.cmdDelay, "cmdDelay", [](BurstScreen& s) { s.ClickDelay(); });
     delay_ =
         new EntryBox(hand_, panel.txtDelay, {.enter = [this] { model_.ClickDelay(); }}, controls);
     delay_->setObjectName(QStringLiteral("txtDelay"));
     delay_->setAccessibleName(tr("Delay count"));
-    pair(button(panel.cmdDelay, "cmdDelay", [](BurstScreen& s) { s.ClickDelay(); }), delay_);
-    pair(button(panel.cmdSetPins, "cmdSetPins", [](BurstScreen& s) { s.ClickSetPins(); }),
-         button(panel.cmdInsert, "cmdInsert", [](BurstScreen& s) { s.ClickInsert(); }));
+    pair({addDelay, delay_});
+    pair({button(panel.cmdSetPins, "cmdSetPins", [](BurstScreen& s) { s.ClickSetPins(); }),
+          button(panel.cmdInsert, "cmdInsert", [](BurstScreen& s) { s.ClickInsert(); })});
     gap();
-    pair(button(panel.cmdDelete, "cmdDelete", [](BurstScreen& s) { s.ClickDelete(); }),
-         button(panel.cmdDeleteAll, "cmdDeleteAll", [](BurstScreen& s) { s.ClickDeleteAll(); }));
-    pair(button(panel.cmdLoad, "cmdLoad", [](BurstScreen& s) { s.ClickLoad(); }),
-         button(panel.cmdSave, "cmdSave", [](BurstScreen& s) { s.ClickSave(); }));
+    pair({button(panel.cmdDelete, "cmdDelete", [](BurstScreen& s) { s.ClickDelete(); }),
+          button(panel.cmdDeleteAll, "cmdDeleteAll", [](BurstScreen& s) { s.ClickDeleteAll(); })});
+    pair({button(panel.cmdLoad, "cmdLoad", [](BurstScreen& s) { s.ClickLoad(); }),
+          button(panel.cmdSave, "cmdSave", [](BurstScreen& s) { s.ClickSave(); })});
     gap();
-    pair(button(panel.cmdLEMode, "cmdLEMode", [](BurstScreen& s) { s.ClickLEMode(); }),
-         button(panel.Command1, "Command1", [](BurstScreen& s) { s.DisplayBurstVector(); }));
+    pair({button(panel.cmdLEMode, "cmdLEMode", [](BurstScreen& s) { s.ClickLEMode(); }),
+          button(panel.Command1, "Command1", [](BurstScreen& s) { s.DisplayBurstVector(); })});
     grid->setRowStretch(line, 1);
     return controls;
 }

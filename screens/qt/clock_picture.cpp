@@ -91,7 +91,7 @@ class Picture {
         if (!plan_.pll.isEmpty()) {
             QString name = FromModel(LabelOf(clk_label::kPll).Caption);
             DiagramItem& pll = scene_.Block(plan_.pll, name.isEmpty() ? Words("PLL") : name);
-            pll.tip = Words("A click shows the PLL's tab");
+            pll.tip = PllTip(name);
             for (int i = 0; i < 3; ++i)
                 Name(plan_.readouts[static_cast<std::size_t>(i)].name, clk_label::kReadoutR + i,
                      kLeft, Tone::Unit);
@@ -119,6 +119,17 @@ class Picture {
             scene_.Text(plan_.delays[0].name, QStringLiteral("N"), Tone::Unit, kLeft);
             scene_.Text(plan_.delays[1].name, QStringLiteral("R"), Tone::Unit, kLeft);
         }
+    }
+
+    // The readouts in the block let the mouse through to it, so it tells what they elide.
+    QString PllTip(const QString& name) const {
+        const Label* values[] = {&panel_.clkDist_R_value, &panel_.clkDist_PDF_value,
+                                 &panel_.clkDist_N_value};
+        std::string lines;
+        for (int i = 0; i < 3; ++i)
+            lines += "\n" + LabelOf(clk_label::kReadoutR + i).Caption + " " + values[i]->Caption;
+        return TipText(ToModel(name) + lines + "\n" +
+                       ToModel(Words("A click shows the PLL's tab")));
     }
 
     // The blocks in the order of the signal, each joined to the one before it.

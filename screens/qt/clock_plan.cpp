@@ -9,7 +9,7 @@ namespace zentrel::view {
 namespace {
 
 // Widths and gaps in steps of the grid.
-constexpr int kMargin = 2, kGap = 4, kSourceBox = 11, kUnitWidth = 4, kCircle = 6;
+constexpr int kMargin = 2, kGap = 4, kSourceBox = 14, kUnitWidth = 4, kCircle = 6;
 constexpr int kPllWidth = 20, kOuterWidth = 12, kInnerWidth = 21, kDividerWidth = 25;
 constexpr int kMuxWidth = 5, kMuxGap = 7, kMuxHeight = 14, kMuxList = 13, kTerminalPitch = 4;
 constexpr int kNameWidth = 11, kDivWidth = 13, kDelayWidth = 17, kMuxColumn = 22, kOutputWidth = 15,
@@ -149,8 +149,8 @@ void ClockPlan::PlaceMux(const ClockPanel& panel, int left) {
         terminals[static_cast<std::size_t>(k)] = at;
     }
     muxList = {left - U(2), inputMux.top() - M().unit - M().boxHeight, U(kMuxList), M().boxHeight};
-    muxName = {muxList.left(), muxList.top() - M().half - M().textHeight, muxList.width(),
-               M().textHeight};
+    const int under = Shown(panel.cbClkInputMux) ? muxList.top() : inputMux.top();
+    muxName = {muxList.left(), under - M().half - M().textHeight, muxList.width(), M().textHeight};
     muxOut = {Right(inputMux), axis + U(kTerminalPitch)};
     outX = Right(muxList) - M().unit;
     externalRise = left - U(5);

@@ -21,6 +21,7 @@
 #include "screens/qt/model_text.h"
 #include "screens/qt/scroll_page.h"
 #include "screens/qt/spinner.h"
+#include "synth/pll.h"
 
 namespace zentrel::view {
 
@@ -139,12 +140,18 @@ CaptionLabel* ClockView::AddValue(Label& element, const char* name, bool clickab
 }
 
 void ClockView::AddPath() {
-    const auto why = [this](ClockItem item) {
-        return [this, item] { return WhyOutOfPath(*block_, item); };
+    const auto frequency = [this](const char* name, const TextBox& box, Label PllPanel::*limits,
+                                  ClockItem item) {
+        return [this, name, &box, limits, item] {
+            const cPLL* pll = block_->LinkedPLL();
+            return Lines(FrequencyTip(name, box.Text, "MHz", pll ? pll->panel.*limits : Label()),
+                         WhyOutOfPath(*block_, item));
+        };
     };
-    reference_ =
-        AddBox(panel_.txtCLK_RefOSCfreq, "txtCLK_RefOSCfreq", tr("Reference oscillator, MHz"),
-               ClockBox::RefOSC, -1, why(ClockItem::ReferenceInput));
+    reference_ = AddBox(panel_.txtCLK_RefOSCfreq, "txtCLK_RefOSCfreq",
+                        tr("Reference oscillator, MHz"), ClockBox::RefOSC, -1,
+                        frequency("Reference oscillator", panel_.txtCLK_RefOSCfreq,
+                                  &PllPanel::lblOSC_Range, ClockItem::ReferenceInput));
     readouts_ = {AddValue(panel_.clkDist_R_value, "clkDist_R_value", false),
                  AddValue(panel_.clkDist_PDF_value, "clkDist_PDF_value", false),
                  AddValue(panel_.clkDist_N_value, "clkDist_N_value", false)};
@@ -156,11 +163,14 @@ void ClockView::AddPath() {
     delayR_ = AddList(panel_.CB_CLK_Delay_R, "CB_CLK_Delay_R", tr("Global delay of R"), -1,
                       delay(panel_.CB_CLK_Delay_R));
     AddFilter();
-    vco_ = AddBox(panel_.txtCLK_VCOfreq, "txtCLK_VCOfreq", tr("VCO, MHz"), ClockBox::VCO, -1,
-                  why(ClockItem::VcoInput));
+    vco_ = AddBox(
+        panel_.txtCLK_VCOfreq, "txtCLK_VCOfreq", tr("VCO, MHz"), ClockBox::VCO, -1,
+        frequency("VCO", panel_.txtCLK_VCOfreq, &PllPanel::lblVCO_Range, ClockItem::VcoInput));
     AddDivider();
     external_ = AddBox(panel_.txtCLK_ExtSRCfreq, "txtCLK_ExtSRCfreq", tr("External source, MHz"),
-                       ClockBox::ExtSRC, -1, why(ClockItem::ExternalInput));
+                       ClockBox::ExtSRC, -1,
+                       frequency("External source", panel_.txtCLK_ExtSRCfreq,
+                                 &PllPanel::lblVCO_Range, ClockItem::ExternalInput));
     inputMux_ = AddList(panel_.cbClkInputMux, "cbClkInputMux", tr("Input mux"), -1,
                         [this] { return FieldTip(block_->Part(), "MODE"); });
 }

@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyleOptionFrame>
 #include <QWheelEvent>
 
 #include "screens/qt/brick.h"
@@ -193,8 +194,34 @@ void EntryBox::contextMenuEvent(QContextMenuEvent* event) {
     hand_.Do(actions_.help);
 }
 
+// Where the text's box begins and ends, as the toolkit has it.
+QRect EntryBox::TextRect() const {
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    constexpr int kToolkitMargin = 2;
+    return style()
+        ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+        .marginsRemoved(textMargins())
+        .adjusted(kToolkitMargin, 0, -kToolkitMargin, 0);
+}
+
+// A number that is cut off reads as another number: it ends in dots until it is edited.
+bool EntryBox::PaintElided() {
+    const QRect room = TextRect();
+    if (hasFocus() || fontMetrics().horizontalAdvance(text()) <= room.width()) return false;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+    const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    painter.setPen(palette().color(group, QPalette::Text));
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+    return true;
+}
+
 void EntryBox::paintEvent(QPaintEvent* event) {
-    QLineEdit::paintEvent(event);
+    if (!PaintElided()) QLineEdit::paintEvent(event);
     QPainter painter(this);
     PaintMeaningSign(painter, rect(), Theme::MeaningOf(back_));
     if (typed_) PaintEditMarker(painter, rect());

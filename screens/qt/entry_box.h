@@ -51,6 +51,8 @@ class EntryBox : public QLineEdit {
     void SyncColors(const TextBox& box);
     void SyncSelection(const TextBox& box);
     void PlaceButtons();
+    QRect TextRect() const;
+    bool PaintElided();
 
     const Hand& hand_;
     ElementRef<TextBox> element_;

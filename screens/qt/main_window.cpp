@@ -21,6 +21,7 @@
 #include "screens/qt/port_view.h"
 #include "screens/qt/registers_view.h"
 #include "screens/qt/status_bar_view.h"
+#include "screens/qt/wire_view.h"
 #include "screens/tab_model.h"
 #include "screens/timers.h"
 
@@ -49,6 +50,7 @@ MainWindow::MainWindow(const WindowModels& models) : models_(models), hand_(mode
     about_ = std::make_unique<AboutView>(hand_, models_.about, this);
     errors_ = std::make_unique<ErrorListView>(hand_, models_.errors, this);
     loopFilter_ = std::make_unique<LoopFilterView>(hand_, models_.loopFilter, this);
+    wire_ = std::make_unique<WireView>(hand_, models_.wire);
     for (TickingTimer* timer : {&models_.timers.tmrAutoReload, &models_.timers.tmrStartBurst,
                                 &models_.timers.tmrUSBCheck})
         timers_.push_back(std::make_unique<EventTimer>(hand_, *timer));
@@ -89,15 +91,33 @@ void MainWindow::Sync() {
         setWindowTitle(title);
     menu_->Sync();
     tabs_->Sync();
+    KeepDockLast();
     status_->Sync();
     dock_->Sync();
     about_->Sync();
     errors_->Sync();
     loopFilter_->Sync();
+    wire_->Sync();
     for (const auto& timer : timers_)
         timer->Sync();
     if (isVisible() != models_.visible) setVisible(models_.visible);
     syncing_ = false;
+}
+
+// A page that was made since stands at the end of the Tab key's way.
+void MainWindow::KeepDockLast() {
+    QWidget* last = previousInFocusChain();
+    while (last != this && !(last->focusPolicy() & Qt::TabFocus))
+        last = last->previousInFocusChain();
+    if (last != dock_->table()) setTabOrder(last, dock_->table());
+}
+
+// The grid follows the font; pages are laid out on it when they are made.
+void MainWindow::FitFont() {
+    tabs_->ForgetPages();
+    tabs_->setMinimumHeight(Metrics::Now().Units(30));
+    status_->FitFont();
+    dock_->FitFont();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -107,10 +127,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
-        if (tabs_) Sync();
-        update();
-    }
+    const bool font = event->type() == QEvent::FontChange;
+    if (!font && event->type() != QEvent::PaletteChange) return;
+    if (font && loopFilter_) FitFont();
+    if (loopFilter_) Sync();
+    update();
 }
 
 } // namespace zentrel::view

@@ -19,6 +19,7 @@ class MenuModel;
 class PortScreen;
 class RegistersScreen;
 class StatusBar;
+class WireScreen;
 class frmLoopFilter;
 class TabModel;
 struct Timers;
@@ -33,6 +34,7 @@ class EventTimer;
 class LoopFilterView;
 class MenuView;
 class StatusBarView;
+class WireView;
 
 /// What the window draws. All of it outlives the window.
 struct WindowModels {
@@ -48,6 +50,7 @@ struct WindowModels {
     ErrorList& errors;
     AboutDialog& about;
     frmLoopFilter& loopFilter;
+    WireScreen& wire;
     const Board& board;
     const std::string& title;
     const bool& visible;
@@ -66,6 +69,8 @@ class MainWindow : public QMainWindow {
     /// Pages of tabs that other rooms draw: asked ahead of the window's own.
     void SetPageMaker(TabStripView::MakePage maker) { otherPages_ = std::move(maker); }
     const Hand& hand() const { return hand_; }
+    /// The wire monitor's window, which stands beside this one.
+    WireView& wire() { return *wire_; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -74,6 +79,8 @@ class MainWindow : public QMainWindow {
   private:
     ScreenView* MakePage(int tab, QWidget* parent);
     void PlaceOnScreen();
+    void KeepDockLast();
+    void FitFont();
 
     WindowModels models_;
     Hand hand_;
@@ -85,6 +92,7 @@ class MainWindow : public QMainWindow {
     std::unique_ptr<AboutView> about_;
     std::unique_ptr<ErrorListView> errors_;
     std::unique_ptr<LoopFilterView> loopFilter_;
+    std::unique_ptr<WireView> wire_;
     std::vector<std::unique_ptr<EventTimer>> timers_;
     bool syncing_ = false;
 };

@@ -1,14 +1,19 @@
 #include "screens/qt/message_boxes.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <vector>
 
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 
+#include "screens/qt/metrics.h"
 #include "screens/qt/model_text.h"
 
 namespace zentrel::view {
@@ -48,8 +53,8 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
 
 /// The kinds of file in the toolkit's form. Text and pattern take turns; the text names the
 /// pattern.
-QStringList Filters() {
-    const QStringList parts = FromModel(kSetupFileFilter).split(QLatin1Char('|'));
+QStringList Filters(std::string_view kinds) {
+    const QStringList parts = FromModel(kinds).split(QLatin1Char('|'));
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
         filters << QString(parts[i]).replace(QLatin1String("*.*"), QLatin1String("*"));
@@ -81,10 +86,30 @@ QMessageBox::StandardButton ButtonOf(int answer) {
     return kButtons[static_cast<std::size_t>(answer - 1)];
 }
 
+/// A text that would be taller than many a screen scrolls inside its box, so that the buttons stay
+/// in reach.
+void Scroll(QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!label || !grid || grid->indexOf(label) < 0) return;
+    int row = 0, column = 0, rows = 1, columns = 1;
+    grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+    auto* view = new QPlainTextEdit(box.text(), &box);
+    view->setReadOnly(true);
+    view->setAccessibleName(box.windowTitle());
+    view->setFixedSize(Metrics::Now().Units(60), Metrics::Now().Units(40));
+    label->hide();
+    grid->addWidget(view, row, column, rows, columns);
+}
+
 void Fill(QMessageBox& box, std::string_view text) {
+    constexpr std::size_t kLongText = 1500;
+    constexpr std::ptrdiff_t kManyLines = 30;
     box.setTextFormat(Qt::PlainText);
     box.setText(FromModel(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    if (text.size() > kLongText || std::count(text.begin(), text.end(), '\n') > kManyLines)
+        Scroll(box);
 }
 
 } // namespace
@@ -143,16 +168,28 @@ std::optional<std::string> MessageBoxes::Ask(std::string_view prompt, std::strin
 
 std::optional<std::string> FileDialogBoxes::SaveName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QStringList filters = Filters();
+    const QStringList filters = Filters(kSetupFileFilter);
     QString chosen = filters.value(kSetupFileFilterIndex - 1);
     const QString name = QFileDialog::getSaveFileName(window_, FromModel(title), {},
                                                       filters.join(QLatin1String(";;")), &chosen);
     return name.isEmpty() ? std::nullopt : std::optional(ToModel(name));
 }
 
+std::optional<std::string> FileDialogBoxes::ExportName(std::string_view title,
+                                                       std::string_view filter) {
+    if (!boxes_.attended()) return {};
+    QFileDialog dialog(window_, FromModel(title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters(Filters(filter));
+    const auto suffix = filter.substr(filter.find("*.") + 2);
+    dialog.setDefaultSuffix(FromModel(suffix.substr(0, suffix.find_first_of(")|"))));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return ToModel(dialog.selectedFiles().front());
+}
+
 std::optional<std::string> FileDialogBoxes::OpenName(std::string_view title) {
     if (!boxes_.attended()) return {};
-    const QStringList filters = Filters();
+    const QStringList filters = Filters(kSetupFileFilter);
     QString chosen = filters.value(kSetupFileFilterIndex - 1);
     const QString name = QFileDialog::getOpenFileName(window_, FromModel(title), {},
                                                       filters.join(QLatin1String(";;")), &chosen);

@@ -47,6 +47,7 @@ class FileDialogBoxes : public FileDialogs {
 
     std::optional<std::string> SaveName(std::string_view title) override;
     std::optional<std::string> OpenName(std::string_view title) override;
+    std::optional<std::string> ExportName(std::string_view title, std::string_view filter) override;
 
   private:
     const MessageBoxes& boxes_;

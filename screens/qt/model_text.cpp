@@ -18,9 +18,11 @@ QString Literal(std::string_view text) {
 
 QString TipText(std::string_view text) {
     if (text.empty()) return {};
-    const QString lines = FromModel(text).toHtmlEscaped();
-    return QStringLiteral("<qt>") +
-           QString(lines).replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+    QString lines = FromModel(text).toHtmlEscaped();
+    if (const auto first = lines.indexOf(QLatin1Char('\n')); first > 0)
+        lines =
+            QStringLiteral("<b>") + lines.left(first) + QStringLiteral("</b>") + lines.mid(first);
+    return QStringLiteral("<qt>") + lines.replace(QLatin1Char('\n'), QLatin1String("<br>")) +
            QStringLiteral("</qt>");
 }
 

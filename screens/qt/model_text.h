@@ -18,7 +18,8 @@ inline std::string ToModel(const QString& text) {
 /// The same for a caption in which "&" is a character of its own and not an access key.
 QString Literal(std::string_view text);
 
-/// Text for a tooltip: lines stay, long ones wrap, nothing in it is markup.
+/// Text for a tooltip: lines stay, the first of several stands out, long ones wrap, nothing in it
+/// is markup.
 QString TipText(std::string_view text);
 
 /// An element's name with its index in brackets: "txtRegBits(3)".

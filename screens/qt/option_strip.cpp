@@ -1,5 +1,7 @@
 #include "screens/qt/option_strip.h"
 
+#include <algorithm>
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -33,8 +35,18 @@ int OptionStrip::ColumnWidth() {
            Metrics::Now().textHeight + Metrics::Now().unit + Metrics::Now().half;
 }
 
+int OptionStrip::LeastColumnWidth() {
+    return QFontMetrics(UiFont()).horizontalAdvance(QStringLiteral("14")) +
+           Metrics::Now().textHeight + Metrics::Now().unit + 1;
+}
+
 QSize OptionStrip::sizeHint() const {
     return {NameWidth() + static_cast<int>(marks_.size()) * ColumnWidth(),
+            Metrics::Now().rowHeight};
+}
+
+QSize OptionStrip::minimumSizeHint() const {
+    return {NameWidth() + static_cast<int>(marks_.size()) * LeastColumnWidth(),
             Metrics::Now().rowHeight};
 }
 
@@ -53,13 +65,28 @@ void OptionStrip::Sync() {
     SyncTip(*this, elided ? text_ : QString());
     for (OptionMark* mark : marks_)
         mark->Sync();
+    Place();
+}
+
+// Columns give way in a narrow window, in step with the other rows; a row of few options, whose
+// texts may be longer, has room as it is.
+void OptionStrip::Place() {
+    const auto hidden = [](const OptionMark* mark) { return mark->isHidden(); };
+    const auto shown = marks_.size() - static_cast<std::size_t>(
+                                           std::count_if(marks_.begin(), marks_.end(), hidden));
+    if (shown == 0) return;
+    const int column = std::clamp((width() - NameWidth()) / static_cast<int>(shown),
+                                  LeastColumnWidth(), ColumnWidth());
+    const int gap = std::min(Metrics::Now().half, column - LeastColumnWidth());
+    for (std::size_t i = 0; i < marks_.size(); ++i) {
+        const QRect place(NameWidth() + static_cast<int>(i) * column, 0, column - gap, height());
+        if (marks_[i]->geometry() != place) marks_[i]->setGeometry(place);
+    }
 }
 
 void OptionStrip::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    for (std::size_t i = 0; i < marks_.size(); ++i)
-        marks_[i]->setGeometry(NameWidth() + static_cast<int>(i) * ColumnWidth(), 0,
-                               ColumnWidth() - Metrics::Now().half, height());
+    Place();
 }
 
 void OptionStrip::paintEvent(QPaintEvent*) {

@@ -26,16 +26,20 @@ class OptionStrip : public QWidget {
 
     void Sync();
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
     static int NameWidth();
     static int ColumnWidth();
+    /// The same in a window that is narrow: wide enough for two digits.
+    static int LeastColumnWidth();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void Place();
+
     ElementRef<Frame> name_;
     std::vector<OptionMark*> marks_;
     QString text_;

@@ -25,7 +25,8 @@ constexpr double kRadius = 3;         // of an oscillator
 constexpr double kDetectorHalf = 5.5; // of the phase detector's height
 constexpr double kReferenceInput = kLoopRow - 2.5;
 constexpr double kFeedbackInput = kLoopRow + 3;
-constexpr double kLine = 2.25; // a line of small text
+constexpr double kLine = 2.25;       // a line of small text
+constexpr int kFrequencyDigits = 13; // with the box's margins, room for twelve and a point
 
 class Layout {
   public:
@@ -47,15 +48,17 @@ class Layout {
     // From the oscillator's pin to the R counter; gives the left edge of the phase detector.
     double Reference() {
         double x = kMargin;
-        const double boxWidth = BoxWidth(10, false);
+        const double boxWidth = BoxWidth(kFrequencyDigits, false);
         double centre = kMargin + std::max(boxWidth / 2, kRadius);
         if (panel_.lblPLLOSCinPin.Visible) {
             const double pin = kMargin + std::max(1.0, NameWidth(panel_.lblPLLOSCinPin) / 2);
-            centre = std::max(centre, pin + kGap + kRadius);
+            const double name = NameWidth(panel_.lblPLLOSCinPin) / 2 + 0.75;
+            centre = std::max(centre, pin + std::max(kGap, name) + kRadius);
             Pin(pin, kReferenceRow, panel_.lblPLLOSCinPin);
             Wire({{pin, kReferenceRow}, {centre - kRadius, kReferenceRow}});
         }
-        Oscillator(centre, kReferenceRow);
+        Oscillator(centre, kReferenceRow).tip = TipText(
+            FrequencyTip(panel_.lblPLL[2].Caption, panel_.txtOsc.Text, "MHz", panel_.lblOSC_Range));
         Caption(centre, kReferenceRow - kRadius - 2.75, 2);
         const double below = kReferenceRow + kRadius + 1.25;
         const double left = std::max(kMargin, centre - boxWidth / 2);
@@ -97,7 +100,7 @@ class Layout {
               {corner, kReferenceRow},
               {corner, kReferenceInput},
               {detector, kReferenceInput}});
-        const double width = BoxWidth(11, true);
+        const double width = BoxWidth(kFrequencyDigits, true);
         const double top = kReferenceRow - 2 - box_;
         const double left = x + 1.5;
         Place("txtFpd", left, top, width);
@@ -114,8 +117,8 @@ class Layout {
         Block(phase, QStringLiteral("Phase\nDetector")).tip = TipText(panel_.lblPLL[10].Caption);
         const double second = name_ + kLine - 0.5; // below a name of two lines
         Place("lblPDPol", phase.left() + 1.5, kTop + second + 0.75, 9);
-        const QRectF below(phase.left() - 2, phase.bottom() + 0.5, phase.width() + 4, kLine);
-        Text(below, QStringLiteral("Polarity"));
+        Text({phase.left(), kTop + second + 0.75 + box_, phase.width(), kLine},
+             QStringLiteral("Polarity"));
 
         const QRectF pump(phase.right() + 4, kTop, 14, 2 * kDetectorHalf);
         Wire({{phase.right(), kLoopRow}, {pump.left(), kLoopRow}});
@@ -147,16 +150,15 @@ class Layout {
         const double centre = left + around + kRadius;
         const double right = centre + kRadius + around;
         const double top = kLoopRow - kRadius - around;
-        if (onChip)
-            Block({left, top, right - left, right - left}, {}).tip =
-                QStringLiteral("VCO on the chip");
+        if (onChip) Block({left, top, right - left, right - left}, {});
         Wire({{from, kLoopRow}, {left, kLoopRow}});
-        Oscillator(centre, kLoopRow);
+        Oscillator(centre, kLoopRow).tip = TipText(FrequencyTip(
+            onChip ? "VCO on the chip" : "VCO", panel_.txtVCO.Text, "MHz", panel_.lblVCO_Range));
         Caption(centre, top - kLine - 0.25, 13);
-        const double width = BoxWidth(13, false);
+        const double width = BoxWidth(kFrequencyDigits, false);
         const double boxTop = top - kLine - 0.75 - box_;
-        Place("txtVCO", left, boxTop, width);
-        Unit(left + width, boxTop, 7);
+        Place("txtVCO", centre - width / 2, boxTop, width);
+        Unit(centre + width / 2, boxTop, 7);
         vco_ = right;
         return Branches(right);
     }
@@ -313,7 +315,7 @@ class Layout {
     }
 
     void DrawOutput(const Output& output, double left, double row) {
-        const double width = BoxWidth(11, false);
+        const double width = BoxWidth(kFrequencyDigits, false);
         double right = left + 5;
         if (output.divider.Visible) {
             const QRectF block(left, row - box_ / 2 - 1, width, box_ + 2);
@@ -380,8 +382,8 @@ class Layout {
                       Qt::Alignment align = Qt::AlignCenter) {
         return diagram_.scene.Text(Px(rect), text, tone, align);
     }
-    void Oscillator(double x, double y) {
-        diagram_.scene.Oscillator(Px(QPointF(x, y)), kRadius * unit_);
+    DiagramItem& Oscillator(double x, double y) {
+        return diagram_.scene.Oscillator(Px(QPointF(x, y)), kRadius * unit_);
     }
     void Caption(double centre, double top, int label) {
         Text({centre - 14, top, 28, kLine}, Name(label));

@@ -87,16 +87,10 @@ constexpr Range kRanges[] = {
     {"txtVCO", "MHz", &PllPanel::lblVCO_Range},
 };
 
-std::string LimitsOf(const PllPanel& panel, std::string_view box) {
-    for (const Range& range : kRanges) {
-        if (range.box != box) continue;
-        const Label& limits = panel.*range.limits;
-        std::string text;
-        if (!limits.Caption.empty()) text += " from " + limits.Caption;
-        if (!limits.Tag.empty()) text += " up to " + limits.Tag;
-        return text.empty() ? text : "\nLimits:" + text + " " + std::string(range.unit);
-    }
-    return {};
+const Range* FindRange(std::string_view box) {
+    for (const Range& range : kRanges)
+        if (range.box == box) return &range;
+    return nullptr;
 }
 
 /// The field whose value stands in a box; empty for what is computed.
@@ -114,12 +108,14 @@ QString TipOf(const cPLL& pll, std::string_view name, const QString& accessible)
     std::string text;
     for (const PlanFault& fault : pll.panel.faults)
         if (fault.element == name) text += fault.text + "\n\n";
-    text += ToModel(accessible);
-    if (const std::string field = FieldTip(pll.Part(), FieldOf(pll, name)); !field.empty())
-        text += "\n" + field;
-    else if (const PllBox* box = FindPllBox(name))
-        text += "\nNow " + (pll.panel.*box->element).Text;
-    text += LimitsOf(pll.panel, name);
+    const PllBox* box = FindPllBox(name);
+    if (const Range* range = FindRange(name))
+        text += FrequencyTip(ToModel(accessible), (pll.panel.*box->element).Text, range->unit,
+                             pll.panel.*range->limits);
+    else if (const std::string field = FieldTip(pll.Part(), FieldOf(pll, name)); !field.empty())
+        text += ToModel(accessible) + "\n" + field;
+    else
+        text += ToModel(accessible) + (box ? "\nNow " + (pll.panel.*box->element).Text : "");
     if (name == "lblCPGain") text += "\nLeft button: up. Right button: down.";
     return TipText(text);
 }

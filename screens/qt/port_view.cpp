@@ -1,7 +1,10 @@
 #include "screens/qt/port_view.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "screens/port_screen.h"
@@ -22,9 +25,8 @@ namespace {
 constexpr Qt::Alignment kLeft = Qt::AlignLeft | Qt::AlignVCenter;
 
 /// The cards with the choices are as wide as a row of pin options.
-int ChoicesWidth() {
-    return OptionStrip::NameWidth() + PortScreen::kPinOptions * OptionStrip::ColumnWidth() +
-           Metrics::Now().Units(4);
+int ChoicesWidth(int column = OptionStrip::ColumnWidth()) {
+    return OptionStrip::NameWidth() + PortScreen::kPinOptions * column + Metrics::Now().Units(4);
 }
 
 } // namespace
@@ -39,9 +41,8 @@ PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     halves_ = new QHBoxLayout(content_);
     halves_->setContentsMargins(m.Units(2), m.Units(2), m.Units(2), m.Units(2));
     halves_->setSpacing(m.Units(2));
-    auto* choices = new QWidget(content_);
-    choices->setFixedWidth(ChoicesWidth());
-    auto* left = new QVBoxLayout(choices);
+    choices_ = new QWidget(content_);
+    auto* left = new QVBoxLayout(choices_);
     left->setContentsMargins(0, 0, 0, 0);
     left->setSpacing(m.Units(2));
     auto* top = new QHBoxLayout;
@@ -52,7 +53,7 @@ PortView::PortView(const Hand& hand, PortScreen& model, QWidget* parent)
     left->addWidget(MakeLines());
     left->addWidget(MakePins());
     left->addStretch();
-    halves_->addWidget(choices, 0, Qt::AlignTop);
+    halves_->addWidget(choices_, 0, Qt::AlignTop);
     halves_->addWidget(MakeDrawing(), 0, Qt::AlignTop);
     halves_->addStretch();
     page_->setWidget(content_);
@@ -75,7 +76,7 @@ QWidget* PortView::MakeModes() {
         column->addWidget(mark);
     }
     column->addStretch();
-    frame->setMinimumWidth(Metrics::Now().Units(25));
+    frame->setMinimumWidth(Metrics::Now().Units(22));
     return frame;
 }
 
@@ -230,7 +231,11 @@ void PortView::Arrange() {
     const bool wide = width() >= ChoicesWidth() + drawing + m.Units(8);
     const auto direction = wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
     if (halves_->direction() != direction) halves_->setDirection(direction);
-    drawing_->parentWidget()->setFixedWidth(wide ? drawing : ChoicesWidth());
+    const int room = width() - m.Units(4) - style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int choices =
+        std::clamp(room, ChoicesWidth(OptionStrip::LeastColumnWidth()), ChoicesWidth());
+    choices_->setFixedWidth(choices);
+    drawing_->parentWidget()->setFixedWidth(wide ? drawing : choices);
 }
 
 void PortView::resizeEvent(QResizeEvent* event) {

@@ -48,6 +48,7 @@ class PortView : public ScreenView {
     ScrollPage* page_;
     QWidget* content_;
     QBoxLayout* halves_;
+    QWidget* choices_;
     std::vector<GroupFrame*> frames_;
     std::vector<OptionMark*> marks_;
     std::vector<OptionStrip*> lines_, pins_;

@@ -59,12 +59,6 @@ RegistersView::RegistersView(const Hand& hand, RegistersScreen& model, QWidget* 
     order_->setObjectName(QStringLiteral("cmdBitOrder"));
     order_->setToolTip(tr("Which bit stands on the left"));
     ruler_ = new BitRuler({model.lblTens, 0}, {model.lblOnes, 0}, headerContent_);
-    hexValue_ =
-        new CaptionLabel(model.lblHexValue, CaptionLabel::Tone::Muted, kLeft, headerContent_);
-    hexValue_->setObjectName(QStringLiteral("lblHexValue"));
-    hexDisplay_ =
-        new CaptionLabel(model.lblHexDisplay, CaptionLabel::Tone::Bits, kLeft, headerContent_);
-    hexDisplay_->setObjectName(QStringLiteral("lblHexDisplay"));
     page_ = new ScrollPage(this);
     page_->setWidgetResizable(false);
     content_ = new PageContent;
@@ -112,6 +106,17 @@ void RegistersView::Rebuild() {
         secondRuler_ = new BitRuler({model_.lblTens, 1}, {model_.lblOnes, 1}, content_);
         secondRuler_->show();
     }
+    hexValue_ = new CaptionLabel(model_.lblHexValue, CaptionLabel::Tone::Muted, kLeft, content_);
+    hexValue_->setObjectName(QStringLiteral("lblHexValue"));
+    hexDisplay_ = new CaptionLabel(model_.lblHexDisplay, CaptionLabel::Tone::Bits, kLeft, content_);
+    hexDisplay_->setObjectName(QStringLiteral("lblHexDisplay"));
+}
+
+std::vector<std::string> RegistersView::Names() const {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(model_.RowCount()); ++i)
+        names.push_back(model_.lblRegName[i].Caption);
+    return names;
 }
 
 RegistersView::Row RegistersView::MakeRow(std::size_t i) {
@@ -127,7 +132,6 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     Row r{};
     r.name = new CaptionLabel({model.lblRegName, i}, CaptionLabel::Tone::Strong, kLeft, content_);
     r.name->setObjectName(IndexedName("lblRegName", i));
-    r.name->installEventFilter(this);
     r.bits = new BitRow(hand_, {model.txtRegBits, i}, actions, content_);
     r.bits->setObjectName(IndexedName("txtRegBits", i));
     r.load = new PushButton(
@@ -140,6 +144,8 @@ RegistersView::Row RegistersView::MakeRow(std::size_t i) {
     r.read = new PushButton(
         hand_, {model.cmdReadback, i}, [&model, row] { model.ClickRead(row); }, content_);
     r.read->setObjectName(IndexedName("cmdReadback", i));
+    for (QWidget* explained : std::initializer_list<QWidget*>{r.name, r.bits, r.name2, r.hex})
+        explained->installEventFilter(this);
     const QString name = FromModel(model_.lblRegName[i].Caption);
     r.bits->setAccessibleName(tr("Bits of %1").arg(name));
     r.load->setAccessibleName(tr("Load %1").arg(name));
@@ -163,14 +169,15 @@ RegistersView::Columns RegistersView::Measure() const {
     c.name2Width =
         std::min(WidestText(model_.lblRegName2, UiFont(), rows) + 2, m.DigitsWidth(kWidestName));
     c.hexLeft = c.name2Left + c.name2Width + m.Units(2);
-    const int caption = QFontMetrics(UiFont()).horizontalAdvance(tr("Hex Value"));
-    const int words = std::max(WidestText(model_.lblHexRegValue, MonospacedFont(), rows),
-                               QFontMetrics(MonospacedFont()).horizontalAdvance(Widest(grid_)));
-    c.hexWidth = std::max(words, caption) + m.unit;
+    c.hexWidth = m.unit + std::max(WidestText(model_.lblHexRegValue, MonospacedFont(), rows),
+                                   QFontMetrics(MonospacedFont()).horizontalAdvance(Widest(grid_)));
     c.readLeft = c.hexLeft + c.hexWidth + m.Units(2);
     const bool read = !model_.cmdReadback.empty() && model_.cmdReadback[0].Visible;
     c.readWidth = read ? m.Units(7) : 0;
-    c.right = (read ? c.readLeft + c.readWidth : c.hexLeft + c.hexWidth) + m.Units(2);
+    c.valueLeft = (read ? c.readLeft + c.readWidth : c.hexLeft + c.hexWidth) + m.Units(2);
+    const int caption = QFontMetrics(UiFont()).horizontalAdvance(tr("Hex Value"));
+    c.valueWidth = std::max(c.hexWidth, caption + m.unit);
+    c.right = c.valueLeft + c.valueWidth + m.unit;
     return c;
 }
 
@@ -207,13 +214,24 @@ void RegistersView::PlaceHeader() {
     const int ruler = ruler_->sizeHint().height();
     const int height = ruler + m.unit + m.half;
     if (header_->height() != height) header_->setFixedHeight(height);
-    headerContent_->resize(std::max(c.right, width()), height);
-    order_->setGeometry(c.nameLeft, m.unit + (ruler - order_->height()) / 2, c.nameWidth,
-                        order_->height());
+    headerContent_->resize(std::max(c.right, this->width()), height);
+    // As wide as short names; above long ones it ends where they do.
+    const int width = std::min(c.nameWidth, order_->sizeHint().width() + m.Units(2));
+    order_->setGeometry(c.nameLeft + c.nameWidth - width, m.unit + (ruler - order_->height()) / 2,
+                        width, order_->height());
     ruler_->setGeometry(c.bitsLeft, m.unit, c.bitsWidth, ruler);
-    hexValue_->setGeometry(c.hexLeft, m.unit, c.hexWidth + m.Units(4), m.textHeight);
-    hexDisplay_->setGeometry(c.hexLeft, m.unit + m.textHeight, c.hexWidth + m.Units(4),
-                             m.textHeight);
+}
+
+// The value of the row that is being edited stands at its right end.
+void RegistersView::PlaceHexValue() {
+    const auto row = static_cast<std::size_t>(std::max(model_.CaretRow(), 0));
+    if (row >= rows_.size()) return;
+    const Metrics& m = Metrics::Now();
+    const int middle = rows_[row].bits->geometry().center().y() + 1;
+    const QRect below(columns_.valueLeft, middle, columns_.valueWidth, m.textHeight);
+    if (hexDisplay_->geometry() == below) return;
+    hexDisplay_->setGeometry(below);
+    hexValue_->setGeometry(below.translated(0, -m.textHeight));
 }
 
 void RegistersView::Sync() {
@@ -221,7 +239,11 @@ void RegistersView::Sync() {
     const bool rebuilt = layout_ != model_.layout();
     if (rebuilt) {
         layout_ = model_.layout();
-        Rebuild();
+        // Another order of the bits, or a device with the same registers, keeps the rows.
+        if (auto names = Names(); names != names_ || !hexValue_) {
+            names_ = std::move(names);
+            Rebuild();
+        }
     }
     page_->SetHint(rows_.empty() ? tr("No registers. Devices are chosen in the menu Select Device.")
                                  : QString());
@@ -233,6 +255,9 @@ void RegistersView::Sync() {
         columns_ = Measure();
         Place();
     }
+    hexValue_->Sync();
+    hexDisplay_->Sync();
+    PlaceHexValue();
     readback_->Sync();
     FollowCaret();
 }
@@ -246,8 +271,6 @@ void RegistersView::SyncHeader() {
     if (secondRuler_)
         secondRuler_->Sync(grid_, model_.shpBitHiLite,
                            shown && marker.ruler == 1 ? marker.column : -1);
-    hexValue_->Sync();
-    hexDisplay_->Sync();
 }
 
 void RegistersView::SyncRows() {
@@ -280,10 +303,18 @@ void RegistersView::FollowCaret() {
 
 bool RegistersView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ToolTip) return ScreenView::eventFilter(watched, event);
-    for (std::size_t i = 0; i < rows_.size(); ++i)
-        if (rows_[i].name == watched)
-            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                               TipText(model_.TipOn(static_cast<int>(i))), rows_[i].name);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const Row& row = rows_[i];
+        const int number = static_cast<int>(i);
+        if (watched == row.name || watched == row.name2 || watched == row.hex)
+            QToolTip::showText(help->globalPos(), TipText(model_.TipOn(number)), row.name);
+        if (watched == row.bits)
+            QToolTip::showText(
+                help->globalPos(),
+                TipText(model_.TipOnBit(number, grid_.BitOf(grid_.ColumnAt(help->pos().x())))),
+                row.bits);
+    }
     return true;
 }
 

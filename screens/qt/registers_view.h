@@ -50,16 +50,19 @@ class RegistersView : public ScreenView {
         int name2Left = 0, name2Width = 0;
         int hexLeft = 0, hexWidth = 0;
         int readLeft = 0, readWidth = 0;
+        int valueLeft = 0, valueWidth = 0;
         int right = 0;
         bool operator==(const Columns&) const = default;
     };
 
     void Rebuild();
+    std::vector<std::string> Names() const;
     Row MakeRow(std::size_t index);
     Columns Measure() const;
     void Place();
     void PlaceRow(const Row& row, int top) const;
     void PlaceHeader();
+    void PlaceHexValue();
     void SyncRows();
     void SyncHeader();
     void FollowCaret();
@@ -72,12 +75,13 @@ class RegistersView : public ScreenView {
     PushButton* order_;
     BitRuler* ruler_;
     BitRuler* secondRuler_ = nullptr;
-    CaptionLabel* hexValue_;
-    CaptionLabel* hexDisplay_;
     ScrollPage* page_;
     QWidget* content_;
     ReadbackBar* readback_;
     std::vector<Row> rows_;
+    std::vector<std::string> names_;     ///< Of the registers that the rows were made for.
+    CaptionLabel* hexValue_ = nullptr;   ///< In the rows' own coordinates,
+    CaptionLabel* hexDisplay_ = nullptr; ///< at the row with the caret.
     Columns columns_;
     BitGrid grid_;
     std::uint64_t layout_ = ~0ULL;

@@ -20,7 +20,6 @@ class StatusBarView::Badge : public QWidget {
   public:
     explicit Badge(QWidget* parent) : QWidget(parent) {
         setObjectName(QStringLiteral("lblSimulatedBoard"));
-        setFont(UiFont(0, true));
         setVisible(false);
     }
 
@@ -73,7 +72,14 @@ StatusBarView::StatusBarView(const StatusBar& model, QWidget* parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->addStretch();
     row->addWidget(badge_);
+    FitFont();
+}
+
+void StatusBarView::FitFont() {
+    badge_->setFont(UiFont(0, true));
     setFixedHeight(sizeHint().height());
+    updateGeometry();
+    update();
 }
 
 QSize StatusBarView::sizeHint() const {

@@ -16,6 +16,8 @@ class StatusBarView : public QWidget {
     StatusBarView(const StatusBar& model, QWidget* parent);
 
     void Sync();
+    /// The application's font has changed.
+    void FitFont();
     QSize sizeHint() const override;
 
   protected:

@@ -42,6 +42,12 @@ void PaintButton(const QStyleOption& option, QPainter& painter) {
              focus ? theme.accent : theme.line, focus ? 2.0 : 1.0);
 }
 
+void PaintTip(const QStyleOption& option, QPainter& painter) {
+    painter.fillRect(option.rect, option.palette.color(QPalette::ToolTipBase));
+    painter.setPen(Theme::Now().disabled);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
 QRectF MarkRect(const QStyleOption& option) {
     const double side = std::min(option.rect.width(), option.rect.height());
     QRectF mark(0, 0, side, side);
@@ -194,6 +200,8 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return;
     case PE_PanelButtonCommand:
         return PaintButton(*option, *painter);
+    case PE_PanelTipLabel:
+        return PaintTip(*option, *painter);
     case PE_IndicatorCheckBox:
         return PaintMark(*option, *painter, false);
     case PE_IndicatorRadioButton:
@@ -268,6 +276,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
         return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
     case PM_FocusFrameHMargin:
         return m.unit - 1;
+    case PM_ToolTipLabelFrameWidth:
+        return m.unit - 1;
     case PM_DockWidgetTitleMargin:
         return m.half;
     case PM_TabBarTabHSpace:
@@ -299,7 +309,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_DitherDisabledText:
         return 0;
     case SH_TabBar_ElideMode:
-        return Qt::ElideRight;
+        return Qt::ElideNone; // Too many tabs scroll: what is cut to two letters names nothing.
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }

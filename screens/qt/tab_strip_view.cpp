@@ -1,5 +1,7 @@
 #include "screens/qt/tab_strip_view.h"
 
+#include <utility>
+
 #include <QLineEdit>
 #include <QPainter>
 #include <QStackedLayout>
@@ -35,12 +37,19 @@ class EmptyPage : public ScreenView {
 
 TabStripView::TabStripView(const Hand& hand, TabModel& model, MakePage makePage, QWidget* parent)
     : QWidget(parent), hand_(hand), model_(model), makePage_(std::move(makePage)),
-      bar_(new QTabBar(this)), stack_(new QStackedLayout) {
+      strip_(new QWidget(this)), bar_(new QTabBar(strip_)), stack_(new QStackedLayout) {
     setObjectName(QStringLiteral("tabPart"));
     bar_->setExpanding(false);
     bar_->setDrawBase(false);
     bar_->setUsesScrollButtons(true);
-    auto* column = new QVBoxLayout(this);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(strip_);
+    // While it is hidden, the docks don't take its place.
+    QSizePolicy policy = strip_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    strip_->setSizePolicy(policy);
+    auto* column = new QVBoxLayout(strip_);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(bar_);
@@ -54,10 +63,16 @@ ScreenView* TabStripView::page(int tab) const {
                                                              : nullptr;
 }
 
+void TabStripView::ForgetPages() {
+    const Hand::Busy busy(hand_);
+    for (ScreenView*& page : pages_)
+        if (page) Discard(std::exchange(page, nullptr));
+}
+
 void TabStripView::Sync() {
     {
         const Hand::Busy busy(hand_);
-        SyncFlags(*this, model_);
+        SyncFlags(*strip_, model_);
         SyncTabs();
         ShowSelected();
     }

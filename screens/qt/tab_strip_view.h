@@ -29,6 +29,8 @@ class TabStripView : public QWidget {
 
     void Sync();
     ScreenView* page(int tab) const;
+    /// Makes the pages anew when they are next shown: for another font.
+    void ForgetPages();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -41,6 +43,7 @@ class TabStripView : public QWidget {
     const Hand& hand_;
     TabModel& model_;
     MakePage makePage_;
+    QWidget* strip_; ///< Holds both, so that hiding them leaves their place empty.
     QTabBar* bar_;
     QStackedLayout* stack_;
     std::vector<ScreenView*> pages_;

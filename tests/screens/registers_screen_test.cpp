@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "screens/field_tip.h"
 #include "screens/tab_model.h"
 #include "tests/screens/desk.h"
 
@@ -43,6 +44,26 @@ TEST_F(RegistersTab, a_row_shows_every_bit_and_the_word_in_hex) {
     EXPECT_EQ(Bits(2).Text.size(), 70U);
     EXPECT_EQ(screen.lblHexRegValue[2].Caption, "0x0AB C002");
     EXPECT_EQ(screen.lblRegName2[2].Caption, "R2");
+}
+
+TEST_F(RegistersTab, a_bit_tells_which_fields_it_belongs_to) {
+    desk.AddField("GAIN", "r1", 4, 3);
+    desk.AddField("MODE", "r1", 6, 2);
+    EXPECT_EQ(screen.TipOnBit(1, 4).find("R1, bit 4\n\nGAIN\nr1, bits 6 to 4"), 0U);
+    EXPECT_THAT(screen.TipOnBit(1, 6),
+                testing::AllOf(testing::HasSubstr("GAIN"), testing::HasSubstr("MODE")));
+    EXPECT_EQ(screen.TipOnBit(1, 8), "R1, bit 8");
+    EXPECT_EQ(screen.TipOnBit(0, 4), "R0, bit 4");
+}
+
+TEST_F(RegistersTab, a_field_beyond_its_list_and_a_long_description_still_tell_what_there_is) {
+    cPrgmBits& field = desk.AddField("GAIN", "R1", 4, 3);
+    field.SetStringArray({"Low", "High"});
+    field.SetBitValue(5);
+    field.Description = std::string(999, 'x') + "\xC3\xB6 and more";
+    const std::string tip = FieldTip(desk.part, "GAIN");
+    EXPECT_THAT(tip, testing::HasSubstr("Now 5, which its list doesn't have"));
+    EXPECT_TRUE(tip.ends_with("x ...")) << "an ö isn't cut in halves";
 }
 
 TEST_F(RegistersTab, the_ruler_numbers_the_bits_from_the_left) {

@@ -257,6 +257,25 @@ TEST_F(Ad9512, passes_a_divider_by) {
     EXPECT_EQ(Row(1).divCHtxt_freq.Text, "500");
 }
 
+TEST_F(Ad9512, delays_the_one_output_that_can_be_delayed) {
+    EXPECT_EQ(Row(4).divCB_CMux.List[2], "Divided");
+    EXPECT_EQ(Row(4).divCB_CMux.ListIndex, 2);
+    Row(4).divCB_CMux.SetListIndex(0); // "Divided and Delayed"
+    EXPECT_EQ(Held("DLY4_BYP"), Byte(0x34, 0));
+    Row(4).divCB_CDelay.SetListIndex(24);
+    EXPECT_EQ(Held("DLY4_FINE"), Byte(0x36, 24U << 1));
+    EXPECT_EQ(Row(4).divCB_CDelay.BackColor, colors::kWhite);
+    Row(4).divCB_CMux.SetListIndex(3); // "Bypassed"
+    EXPECT_EQ(Held("DLY4_BYP"), Byte(0x34, 1));
+    EXPECT_EQ(Held("DIV4B"), Byte(0x53, 0x80));
+    EXPECT_EQ(Row(0).divCB_CDelay.List[0], "No delay");
+    EXPECT_EQ(Row(0).divCB_CDelay.ListIndex, 0);
+    const std::uint64_t update = Held("UPDATE");
+    Row(0).divCB_CDelay.SetListIndex(1);
+    EXPECT_EQ(Held("UPDATE"), update);
+    EXPECT_EQ(Row(0).divCB_CDelay.ListIndex, 0);
+}
+
 TEST_F(Ad9512, takes_the_nearest_ratio_that_it_has_and_steps_no_further) {
     for (const char* typed : {"33", "100", "200"}) {
         Row(0).chDivText.Text = typed;

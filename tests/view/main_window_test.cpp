@@ -185,6 +185,26 @@ TEST_F(MainWindowTest, a_resize_moves_the_fields_and_keeps_what_was_typed_into_t
     EXPECT_NE(places(), before);
 }
 
+TEST_F(MainWindowTest, a_larger_font_enlarges_what_stands_there_and_a_smaller_one_undoes_it) {
+    Select("QVX2691");
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2);
+    for (const int tab : {kBitsTab, kRegistersTab, kPortTab}) {
+        ShowTab(tab);
+        const char* name = tab == kBitsTab        ? "txtCntrVal(0)"
+                           : tab == kRegistersTab ? "txtRegBits(0)"
+                                                  : "optClockBit(0)";
+        const int before = Find(name)->height();
+        QApplication::setFont(large);
+        QCoreApplication::processEvents();
+        EXPECT_GT(Find(name)->height(), before * 3 / 2) << name;
+        QApplication::setFont(usual);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Find(name)->height(), before) << name;
+    }
+}
+
 TEST_F(MainWindowTest, the_board_dock_lists_the_newest_word_first) {
     Select("QVX2691");
     auto* table = Find("dockBoard")->findChild<QTableView*>();

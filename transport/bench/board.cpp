@@ -4,29 +4,13 @@
 #include <utility>
 
 #include "device/part.h"
+#include "transport/addressed_register.h"
 
 namespace zentrel {
 namespace {
 
 BitWord AddressBits(const cRegister& reg) {
     return reg.Mask() < 0 ? BitWord() : BitWord(static_cast<std::uint64_t>(reg.Mask()));
-}
-
-int OnesIn(const BitWord& word) {
-    int count = 0;
-    for (int bit = 0; bit < word.BitCount(); ++bit)
-        count += word.Test(bit) ? 1 : 0;
-    return count;
-}
-
-// The bits of a field inside a word, as the chip reads them.
-std::uint64_t FieldIn(const cPrgmBits& field, const BitWord& word) {
-    std::uint64_t number = 0;
-    for (int i = 0; i < std::min<int>(field.Length, 64); ++i) {
-        const int bit = field.DataInverted ? field.Length - 1 - i : i;
-        if (word.Test(field.Position + bit)) number |= std::uint64_t{1} << i;
-    }
-    return number;
 }
 
 } // namespace
@@ -102,17 +86,8 @@ void Board::Latch(BoardRoute route) {
 }
 
 std::string Board::RegisterOf(const BitWord& word) const {
-    if (device_.Registers.Count() == 1) return device_.Registers(1).ID();
-    std::string name;
-    int most = 0;
-    for (const cRegister& reg : device_.Registers) {
-        const BitWord mask = AddressBits(reg);
-        const int bits = OnesIn(mask);
-        if (bits == 0 || bits < most || (word & mask) != (reg.word() & mask)) continue;
-        name = bits == most ? std::string() : reg.ID();
-        most = bits;
-    }
-    return name;
+    const int position = AddressedRegister(device_, word);
+    return position == 0 ? std::string() : device_.Registers(position).ID();
 }
 
 void Board::SelectReadBack(const LatchedWord& latched) {
@@ -123,7 +98,8 @@ void Board::SelectReadBack(const LatchedWord& latched) {
         !EqualNoCase(latched.registerName, device_.ReadbackAddressRegisterName)) {
         return;
     }
-    const std::uint64_t address = FieldIn(*field, latched.word);
+    const std::uint64_t address =
+        FieldBits(latched.word, field->Position, field->Length, field->DataInverted);
     for (const cRegister& reg : device_.Registers) {
         const BitWord bits = reg.word() & AddressBits(reg);
         if (bits != BitWord(address)) continue;
