@@ -2,6 +2,7 @@
 
 #include <lua.hpp>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -94,7 +95,7 @@ class Lua {
             state_,
             [](lua_State* state) {
                 auto* device = static_cast<cPart*>(lua_touserdata(state, lua_upvalueindex(1)));
-                void* place = lua_newuserdatauv(state, sizeof(cPrgmBits*), 0);
+                void* place = lua_newuserdatauv(state, sizeof(std::uintptr_t), 0);
                 *static_cast<cPrgmBits**>(place) =
                     &device->PrgmBits(std::string_view(luaL_checkstring(state, 1)));
                 luaL_setmetatable(state, "field");

@@ -110,6 +110,9 @@ struct Program {
         : files(AppPath(kFolder), std::make_unique<MemoryStore>(PartFile(script))) {
         // Whatever takes long is stopped: the question is answered with Yes.
         scripts.BreakPressed = [] { return true; };
+        Upward upward = part.upward();
+        upward.pause = &pause;
+        part.Connect(upward);
         frm.Main();
     }
     // What an engineer does; each ends at the guard, as the window's events do.
@@ -132,6 +135,13 @@ struct Program {
         }
     };
 
+    /// Ends the endless burst that a script has set going.
+    struct Stop final : EventPause {
+        explicit Stop(cPart& part) : part(part) {}
+        void Pause() override { part.upward().burst->StopBurstCommands(); }
+        cPart& part;
+    };
+
     Session session;
     cPart part{session};
     IniFiles files;
@@ -140,6 +150,7 @@ struct Program {
     Transport transport{part, bench.drivers()};
     FrmPart frm{part, files, boxes};
     PartScripts scripts{frm};
+    Stop pause{part};
 };
 
 } // namespace

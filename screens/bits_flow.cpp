@@ -1,6 +1,7 @@
 #include "screens/bits_flow.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace zentrel {
 namespace {
@@ -41,7 +42,8 @@ int EndOfTest(Kind kind, int y, const BitsSizes& sizes) {
 } // namespace
 
 std::string BitsFlow::Frame::Tag() const {
-    return std::to_string(65536 * x + y);
+    // A frame of hundreds of fields is wider than the 15 bits that the tag has for X.
+    return std::to_string(std::int64_t{65536} * x + y);
 }
 
 BitsFlow::BitsFlow(const BitsSizes& sizes) : sizes_(sizes) {

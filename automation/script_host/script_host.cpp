@@ -18,7 +18,12 @@ using vbscript::ScriptError;
 
 constexpr int kDuplicateKey = 457;
 constexpr int kSubscriptOutOfRange = 9;
+constexpr int kOutOfStack = 28;
 constexpr std::string_view kPartName = "Part";
+
+// Scripts that set each other going. An engine watches its own stack alone, and each load of a
+// device by a script brings a fresh one.
+constexpr int kDeepest = 48;
 
 // A script that is over sooner is never looked at.
 constexpr std::chrono::milliseconds kQuiet{250};
@@ -30,6 +35,7 @@ constexpr std::chrono::milliseconds kBetweenLooks{100};
 class PartScripts::Stay {
   public:
     explicit Stay(PartScripts& scripts) : scripts_(scripts) {
+        if (scripts_.depth_ >= kDeepest) throw ScriptFailed(ScriptError(kOutOfStack).info);
         if (scripts_.depth_++ == 0) scripts_.nextLook_ = Clock::time_point();
     }
     ~Stay() {

@@ -13,6 +13,16 @@ TEST(BitsFlow, a_frame_starts_at_its_first_row) {
     EXPECT_EQ(flow.frames()[0].caption, "Program Bits");
 }
 
+TEST(BitsFlow, a_frame_of_many_columns_has_the_tag_of_its_last_one) {
+    BitsSizes sizes;
+    sizes.windowHeight = 2000; // Two rows a column.
+    BitsFlow flow(sizes);
+    while (flow.frames()[0].x < 40'000)
+        flow.Add(Kind::Bit, "");
+    const auto& [x, y] = std::tie(flow.frames()[0].x, flow.frames()[0].y);
+    EXPECT_EQ(std::stoll(flow.frames()[0].Tag()), 65536LL * x + y);
+}
+
 TEST(BitsFlow, without_groups_all_rows_stand_in_the_first_frame) {
     BitsFlow flow;
     flow.Add(Kind::Bit, "");

@@ -164,6 +164,17 @@ TEST(Hooks, a_script_may_load_another_device_and_run_on) {
     EXPECT_FALSE(program.scripts.HasModule("M"));
 }
 
+TEST(Hooks, an_on_load_hook_that_loads_its_own_device_comes_to_an_end) {
+    Program program;
+    program.Load(Device({{"M", "Sub Again\nfrmPart.SetupPartForm \"QVX9001\"\nEnd Sub"}},
+                        "script_name00=M\nscript_on_load00=Again\n"));
+    EXPECT_FALSE(program.scripts.Running());
+    EXPECT_EQ(program.part.PrgmBits.Count(), 3);
+    program.Load(Device({{"M", kFollow}}, kHooksOfA));
+    program.part.PrgmBits("A").SetBitValue(5);
+    EXPECT_EQ(program.B(), 6);
+}
+
 TEST(Hooks, two_modules_of_one_name_are_a_failure_of_the_load) {
     Program program;
     program.Load(Device({{"M", kFollow}, {"M", kFollow}}, kHooksOfA));

@@ -186,6 +186,7 @@ struct PickedFile : FileDialogs {
 };
 
 TEST_F(SetupFile, restored_by_the_menu_tells_what_it_could_not_write_or_where_it_stopped) {
+    part.PLLs(1).Setextra_pll_n_div_1(2);
     ASSERT_TRUE(Save());
     PickedFile dialogs(file);
     std::filesystem::permissions(desk.folder / "QVX4100.ini", std::filesystem::perms::owner_read);

@@ -1,5 +1,6 @@
+#include <ctime>
+
 #include <QAbstractItemModelTester>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -118,15 +119,14 @@ TEST_F(WireViewTest, a_full_list_still_answers_at_once) {
             LoadRegister(part(), "R0");
     });
     EXPECT_EQ(table_->model()->rowCount(), 100000);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock(); // The machine may have other work.
     for (const int row : {0, 50000, 99999}) {
         table_->scrollTo(table_->model()->index(row, 0));
         table_->viewport()->repaint();
     }
     program_->frm().guard.Run([this] { LoadRegister(part(), "R1"); });
     EXPECT_EQ(Cell(99999, WireScreen::kRegister), QStringLiteral("R1"));
-    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 2);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "device/number_text.h"
@@ -105,12 +106,17 @@ std::vector<Change> ChangesOf(const WirePicture& picture, Wires& wires) {
     std::vector<Change> changes;
     for (const WirePicture::Line& line : picture.lines) {
         const std::size_t wire = wires.Find(line.name);
-        for (const WirePicture::Edge& edge : line.edges)
-            changes.push_back({std::max(edge.step, 0), wire, edge.high});
+        for (std::size_t i = 0; i < line.edges.size(); ++i) {
+            // The level before counts at the start, unless an edge stands there.
+            const bool gone = i + 1 < line.edges.size() && line.edges[i + 1].step <= 0;
+            if (!gone)
+                changes.push_back({std::max(line.edges[i].step, 0), wire, line.edges[i].high});
+        }
         if (!line.edges.empty()) wires.SetFirst(wire, line.edges.front().high);
     }
-    std::stable_sort(changes.begin(), changes.end(),
-                     [](const Change& a, const Change& b) { return a.step < b.step; });
+    std::sort(changes.begin(), changes.end(), [](const Change& a, const Change& b) {
+        return std::tie(a.step, a.wire) < std::tie(b.step, b.wire);
+    });
     return changes;
 }
 

@@ -36,15 +36,15 @@ std::vector<Traced> LinesOf(const WireRecord& record) {
                               {wire::kData, {Role::Data, "DATA", {}}},
                               {wire::kLatch, {Role::Latch, "LE", {}}}};
     const auto pins = static_cast<std::uint16_t>((map.Outputs() & ~bus) | MovedPins(record));
-    for (int bit = 0; bit < 16; ++bit) {
-        const auto mask = static_cast<std::uint16_t>(1U << bit);
-        if ((pins & mask) == 0) continue;
-        const Role role = mask == map.trigger ? Role::Trigger : Role::Pin;
-        lines.push_back({mask, {role, map.PinName(mask), {}}});
-    }
     // The trigger stands beside the lines that it belongs to.
-    std::stable_partition(lines.begin() + 3, lines.end(),
-                          [](const Traced& line) { return line.line.role == Role::Trigger; });
+    for (const Role role : {Role::Trigger, Role::Pin}) {
+        for (int bit = 0; bit < 16; ++bit) {
+            const auto mask = static_cast<std::uint16_t>(1U << bit);
+            const Role own = mask == map.trigger ? Role::Trigger : Role::Pin;
+            if ((pins & mask) != 0 && own == role)
+                lines.push_back({mask, {role, map.PinName(mask), {}}});
+        }
+    }
     if (record.readBits > 0) lines.push_back({wire::kReadBack, {Role::ReadBack, "READ", {}}});
     return lines;
 }
