@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <limits>
 
 #include "clock/clk_dist.h"
@@ -50,7 +51,7 @@ double PDFrequencyRead(const Application& client, std::string_view pll) {
 }
 template<double (Application::*Get)(std::string_view) const>
 double Read(const Application& client, std::string_view pll) {
-    return (client.*Get)(pll);
+    return std::invoke(Get, client, pll);
 }
 
 const FrequencyCase kFrequencies[] = {
@@ -65,7 +66,7 @@ TEST_F(ClientTest, sets_a_frequency_reads_it_back_and_loads_what_changed) {
     for (const FrequencyCase& one : kFrequencies) {
         SCOPED_TRACE(one.name);
         Select("QVX2874");
-        (client.*one.set)("PLL1", one.mhz);
+        std::invoke(one.set, client, "PLL1", one.mhz);
         EXPECT_NEAR(one.get(client, "PLL1"), one.mhz, 1e-3);
         EXPECT_NEAR(part.PLLs("PLL1").VCOFrequency(),
                     *ParseNumber(part.PLLs("PLL1").panel.txtVCO.Text), 0.01)
@@ -73,7 +74,7 @@ TEST_F(ClientTest, sets_a_frequency_reads_it_back_and_loads_what_changed) {
         EXPECT_THAT(desk.Sent(), testing::Not(IsEmpty())) << "new words, or the first load";
 
         frm.menu("mnuAutoReloadChange").Checked = false;
-        (client.*one.set)("PLL1", one.mhz * 1.01);
+        std::invoke(one.set, client, "PLL1", one.mhz * 1.01);
         EXPECT_THAT(desk.Sent(), IsEmpty());
         frm.menu("mnuAutoReloadChange").Checked = true;
         part.ID.clear();
@@ -254,7 +255,7 @@ TEST_F(ClientTest, a_burst_is_built_run_and_taken_away) {
             client.EnableBurst();
             if (pass == 3) client.StopBurst();
         };
-        (client.*start)();
+        std::invoke(start, client);
         EXPECT_THAT(desk.Sent(), SizeIs(3));
         EXPECT_EQ(part.BurstCmds.Count(), 2);
         EXPECT_EQ(frm.burst.panel.cmdRun.Caption, "Run");
