@@ -33,32 +33,51 @@ bool IsUsersDoing(QEvent::Type type) {
 } // namespace
 
 bool BreakKey::Pressed() {
+    QCoreApplication* application = QCoreApplication::instance();
     break_ = false;
-    QCoreApplication::instance()->installEventFilter(this);
+    looking_ = true;
+    application->installEventFilter(this);
     QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
-    QCoreApplication::instance()->removeEventFilter(this);
-    const bool held = escape_.isValid() && escape_.elapsed() >= kHoldMs;
-    if (held) escape_.invalidate();
-    return break_ || held;
+    looking_ = false;
+    eaten_ = escape_.isValid() && escape_.elapsed() >= kHoldMs;
+    if (eaten_) {
+        escape_.invalidate();
+    } else {
+        application->removeEventFilter(this);
+    }
+    return break_ || eaten_;
+}
+
+// Whether the key is the one that is held since before the question came.
+bool BreakKey::LookAt(const QKeyEvent& key) {
+    const bool down = key.type() == QEvent::KeyPress;
+    const bool escape = key.key() == Qt::Key_Escape;
+    if (eaten_) {
+        if (escape && !key.isAutoRepeat()) {
+            eaten_ = false;
+            QCoreApplication::instance()->removeEventFilter(this);
+            return !down;
+        }
+        return escape;
+    }
+    const bool control = key.modifiers().testFlag(Qt::ControlModifier);
+    if (down && (key.key() == Qt::Key_Cancel || (control && key.key() == Qt::Key_Pause))) {
+        break_ = true;
+    } else if (escape && !key.isAutoRepeat()) {
+        if (down) {
+            escape_.start();
+        } else {
+            escape_.invalidate();
+        }
+    }
+    return false;
 }
 
 bool BreakKey::eventFilter(QObject*, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool down = type == QEvent::KeyPress;
-        const bool control = key->modifiers().testFlag(Qt::ControlModifier);
-        if (down && (key->key() == Qt::Key_Cancel || (control && key->key() == Qt::Key_Pause))) {
-            break_ = true;
-        } else if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) {
-            if (down) {
-                escape_.start();
-            } else {
-                escape_.invalidate();
-            }
-        }
-    }
-    return IsUsersDoing(type) || type == QEvent::Timer;
+    const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease;
+    if (isKey && LookAt(*static_cast<QKeyEvent*>(event))) return true;
+    return looking_ && (IsUsersDoing(type) || type == QEvent::Timer);
 }
 
 } // namespace zentrel::view

@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QObject>
 
+class QKeyEvent;
+
 namespace zentrel::view {
 
 /// The key that interrupts a running script: Ctrl+Break, or Esc held for two seconds. Looking for
@@ -18,6 +20,10 @@ class BreakKey : public QObject {
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
   private:
+    bool LookAt(const QKeyEvent& key);
+
+    bool looking_ = false;
+    bool eaten_ = false; ///< The held Esc is still down: it mustn't answer the question.
     bool break_ = false;
     QElapsedTimer escape_; ///< Since Esc went down; not valid while it is up.
 };

@@ -6,6 +6,7 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "screens/qt/box_icon.h"
 #include "screens/qt/metrics.h"
 #include "screens/qt/paint.h"
 #include "screens/qt/theme.h"
@@ -313,6 +314,12 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
+}
+
+QIcon FlatStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                              const QWidget* widget) const {
+    const QIcon own = BoxIcon(picture);
+    return own.isNull() ? QProxyStyle::standardIcon(picture, option, widget) : own;
 }
 
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

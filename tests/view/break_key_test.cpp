@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTest>
+#include <QWidget>
+
+#include "screens/qt/break_key.h"
+
+namespace zentrel::view {
+namespace {
+
+// A widget that counts what comes through to it.
+class Listener : public QWidget {
+  public:
+    int keys = 0, clicks = 0;
+
+  protected:
+    void keyPressEvent(QKeyEvent*) override { ++keys; }
+    void mousePressEvent(QMouseEvent*) override { ++clicks; }
+};
+
+void Post(QWidget& widget, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers = {},
+          bool repeated = false) {
+    QApplication::postEvent(&widget, new QKeyEvent(type, key, modifiers, {}, repeated));
+}
+
+TEST(BreakKey, ctrl_break_is_seen_at_once_and_other_keys_go_nowhere) {
+    Listener widget;
+    BreakKey key;
+    Post(widget, QEvent::KeyPress, Qt::Key_A);
+    EXPECT_FALSE(key.Pressed());
+    EXPECT_EQ(widget.keys, 0);
+    Post(widget, QEvent::KeyPress, Qt::Key_Cancel, Qt::ControlModifier);
+    EXPECT_TRUE(key.Pressed());
+    Post(widget, QEvent::KeyPress, Qt::Key_Pause, Qt::ControlModifier);
+    EXPECT_TRUE(key.Pressed());
+    EXPECT_FALSE(key.Pressed());
+    // Behind the script keys work again.
+    QTest::keyPress(&widget, Qt::Key_A);
+    EXPECT_EQ(widget.keys, 1);
+}
+
+TEST(BreakKey, esc_counts_when_it_is_held_and_doesnt_answer_the_question_it_raised) {
+    Listener widget;
+    BreakKey key;
+    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
+    EXPECT_FALSE(key.Pressed());
+    Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
+    EXPECT_FALSE(key.Pressed());
+    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
+    EXPECT_FALSE(key.Pressed());
+    QTest::qSleep(BreakKey::kHoldMs + 50);
+    Post(widget, QEvent::KeyPress, Qt::Key_Escape, {}, true);
+    EXPECT_TRUE(key.Pressed());
+    // Still down while the box is up.
+    Post(widget, QEvent::KeyPress, Qt::Key_Escape, {}, true);
+    QApplication::processEvents();
+    EXPECT_EQ(widget.keys, 0);
+    Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
+    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
+    QApplication::processEvents();
+    EXPECT_EQ(widget.keys, 1);
+}
+
+} // namespace
+} // namespace zentrel::view
