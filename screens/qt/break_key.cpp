@@ -32,6 +32,10 @@ bool IsUsersDoing(QEvent::Type type) {
 
 } // namespace
 
+bool BreakKey::IsDown() const {
+    return last_.isValid() && (press_ || last_.elapsed() < kGapMs);
+}
+
 bool BreakKey::Pressed() {
     QCoreApplication* application = QCoreApplication::instance();
     break_ = false;
@@ -39,9 +43,9 @@ bool BreakKey::Pressed() {
     application->installEventFilter(this);
     QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
     looking_ = false;
-    eaten_ = escape_.isValid() && escape_.elapsed() >= kHoldMs;
+    eaten_ = down_.isValid() && IsDown() && down_.elapsed() >= holdMs_;
     if (eaten_) {
-        escape_.invalidate();
+        down_.invalidate();
     } else {
         application->removeEventFilter(this);
     }
@@ -50,27 +54,22 @@ bool BreakKey::Pressed() {
 
 // Whether the key is the one that is held since before the question came.
 bool BreakKey::LookAt(const QKeyEvent& key) {
-    const bool down = key.type() == QEvent::KeyPress;
-    const bool escape = key.key() == Qt::Key_Escape;
-    if (eaten_) {
-        if (escape && !key.isAutoRepeat()) {
-            eaten_ = false;
-            QCoreApplication::instance()->removeEventFilter(this);
-            return !down;
-        }
-        return escape;
-    }
     const bool control = key.modifiers().testFlag(Qt::ControlModifier);
-    if (down && (key.key() == Qt::Key_Cancel || (control && key.key() == Qt::Key_Pause))) {
+    if (key.type() == QEvent::KeyPress &&
+        (key.key() == Qt::Key_Cancel || (control && key.key() == Qt::Key_Pause))) {
         break_ = true;
-    } else if (escape && !key.isAutoRepeat()) {
-        if (down) {
-            escape_.start();
-        } else {
-            escape_.invalidate();
-        }
     }
-    return false;
+    if (key.key() != Qt::Key_Escape) return false;
+    const bool goesOn = IsDown();
+    press_ = key.type() == QEvent::KeyPress;
+    last_.start();
+    if (eaten_ && !goesOn) {
+        eaten_ = false;
+        QCoreApplication::instance()->removeEventFilter(this);
+    } else if (looking_ && !(goesOn && down_.isValid())) {
+        down_.start();
+    }
+    return eaten_;
 }
 
 bool BreakKey::eventFilter(QObject*, QEvent* event) {

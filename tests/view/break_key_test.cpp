@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QTest>
 #include <QWidget>
@@ -42,25 +43,44 @@ TEST(BreakKey, ctrl_break_is_seen_at_once_and_other_keys_go_nowhere) {
 }
 
 TEST(BreakKey, esc_counts_when_it_is_held_and_doesnt_answer_the_question_it_raised) {
-    Listener widget;
-    BreakKey key;
-    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
-    EXPECT_FALSE(key.Pressed());
-    Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
-    EXPECT_FALSE(key.Pressed());
-    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
-    EXPECT_FALSE(key.Pressed());
-    QTest::qSleep(BreakKey::kHoldMs + 50);
-    Post(widget, QEvent::KeyPress, Qt::Key_Escape, {}, true);
-    EXPECT_TRUE(key.Pressed());
-    // Still down while the box is up.
-    Post(widget, QEvent::KeyPress, Qt::Key_Escape, {}, true);
-    QApplication::processEvents();
-    EXPECT_EQ(widget.keys, 0);
-    Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
-    Post(widget, QEvent::KeyPress, Qt::Key_Escape);
-    QApplication::processEvents();
-    EXPECT_EQ(widget.keys, 1);
+    struct Case {
+        const char* system;
+        bool repeats;
+        bool flagged; // the repeats are told from real keys
+    };
+    for (const Case& test : {Case{"no repeat", false, false}, Case{"repeats, flagged", true, true},
+                             Case{"repeats that look real", true, false}}) {
+        SCOPED_TRACE(test.system);
+        constexpr int kHold = 500;
+        Listener widget;
+        BreakKey key(kHold);
+        // A tap doesn't count.
+        Post(widget, QEvent::KeyPress, Qt::Key_Escape);
+        Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
+        EXPECT_FALSE(key.Pressed());
+        QTest::qSleep(BreakKey::kGapMs + 20);
+        Post(widget, QEvent::KeyPress, Qt::Key_Escape);
+        bool pressed = false;
+        QElapsedTimer held;
+        held.start();
+        while (!pressed && held.elapsed() < 4 * kHold) {
+            pressed = key.Pressed();
+            QTest::qSleep(50);
+            if (!test.repeats) continue;
+            Post(widget, QEvent::KeyRelease, Qt::Key_Escape, {}, test.flagged);
+            Post(widget, QEvent::KeyPress, Qt::Key_Escape, {}, test.flagged);
+        }
+        EXPECT_TRUE(pressed);
+        EXPECT_GE(held.elapsed(), kHold);
+        // Still down while the box is up, then let go.
+        QApplication::processEvents();
+        Post(widget, QEvent::KeyRelease, Qt::Key_Escape);
+        QApplication::processEvents();
+        EXPECT_EQ(widget.keys, 0);
+        QTest::qSleep(BreakKey::kGapMs + 20);
+        QTest::keyPress(&widget, Qt::Key_Escape);
+        EXPECT_EQ(widget.keys, 1);
+    }
 }
 
 } // namespace
