@@ -64,6 +64,7 @@ TEST(Words, become_values_of_the_type_that_is_wanted_or_nothing) {
         {"40000", "n", {}},
         {"-3", "n", QVariant::fromValue<short>(-3)},
         {"1e10", "i", {}},
+        {"-1e300", "n", {}},
         {"true", "b", true},
         {"0", "b", false},
         {"maybe", "b", {}},

@@ -28,6 +28,7 @@ QVariant OneOrAll(const QVariantList& answer) {
 // The path element of a step's argument: a position as it stands, a key with its odd characters
 // written as codes.
 QString ElementOf(const Step& step) {
+    if (step.arguments.size() != 1) throw BadUsage(step.name + " takes one key or position");
     const std::string& argument = step.arguments.front();
     const bool position =
         !step.quoted.front() && std::all_of(argument.begin(), argument.end(), IsDigit);
@@ -96,6 +97,7 @@ QVariant Commands::CallAt(const QString& path, const Node& node, const QString& 
 QVariant Commands::Operation(const QString& name, const QStringList& words) const {
     const Node node = program_.Introspect(kApplicationPath);
     if (const Property* property = node.FindProperty(name)) {
+        if (!words.isEmpty()) throw BadUsage(property->name.toStdString() + " takes no arguments");
         return program_.Get(kApplicationPath, node.InterfaceOf(name), property->name);
     }
     if (node.Methods(name).empty()) {
