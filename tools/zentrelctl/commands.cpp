@@ -107,17 +107,17 @@ QVariant Commands::Operation(const QString& name, const QStringList& words) cons
     return CallAt(kApplicationPath, node, name, words, {});
 }
 
-// An object is shown by its properties, a collection by its keys.
+// An object is shown by its properties, a collection by its keys, or by its properties too when it
+// holds plain values.
 QVariant Commands::Contents(const QString& path, const Node& node) const {
-    const bool collection =
-        !node.children.isEmpty() && !node.Methods(QStringLiteral("Item")).empty();
-    if (collection || node.interfaces.empty()) {
-        QVariantList keys;
-        for (const QString& child : node.children)
-            keys << QString::fromStdString(dbus::NameOf(child.toStdString()));
-        return keys;
-    }
-    return program_.GetAll(path, node.interfaces.front().name);
+    QVariantList keys;
+    for (const QString& child : node.children)
+        keys << QString::fromStdString(dbus::NameOf(child.toStdString()));
+    const bool collection = !node.Methods(QStringLiteral("Item")).empty();
+    if (node.interfaces.empty() || (collection && !keys.isEmpty())) return keys;
+    const QVariantMap properties = program_.GetAll(path, node.interfaces.front().name);
+    const bool empty = collection && properties.value(QStringLiteral("Count")).toInt() == 0;
+    return empty ? QVariant(keys) : properties;
 }
 
 QVariant Commands::Get(const QString& expression) const {
