@@ -56,11 +56,11 @@ int main(int argc, char* argv[]) {
     if (!forCall && zentrel::dbus::RaiseRunningProgram()) return 0;
     zentrel::view::DressApplication(qEnvironmentVariable("ZENTREL_THEME"));
     zentrel::Program program(QCoreApplication::applicationDirPath().toStdString());
-    program.Start();
-    // Two starts at once: the one that got the name stays.
+    // Two starts at once: the one that got the name stays, and the other never touches the board.
     if (program.JoinBus() == zentrel::dbus::Bus::Joined::AsSecond) {
         zentrel::dbus::RaiseRunningProgram();
         return 0;
     }
+    program.Start();
     return QApplication::exec();
 }

@@ -84,12 +84,11 @@ bool SaveRecentList(IniFiles& files, std::span<const std::string> list) {
     WriteScope scope(files);
     const std::string path = files.Folder().CataloguePath();
     const std::size_t count = RecentCount(files, list.size());
-    bool taken = true;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string key = "ITEM" + KeyNumber(static_cast<int>(i));
-        taken = files.SetPrivateSetting(path, kRecentSection, key, list[i]) && taken;
+        files.SetPrivateSetting(path, kRecentSection, key, list[i]);
     }
-    return scope.Commit() && taken;
+    return scope.Commit();
 }
 
 BoardChoice ReadBoard(IniFiles& files) {

@@ -60,8 +60,12 @@ bool IniFiles::SetPrivateSetting(std::string_view file, std::string_view section
                                  std::string_view key, std::string_view value) {
     WriteScope scope(*this);
     Entry& entry = Open(file);
-    if (&entry == impossible_.get()) return false;
-    if (!entry.refusal.empty()) return Fail(entry, entry.refusal);
+    const bool impossible = &entry == impossible_.get();
+    if (impossible || !entry.refusal.empty()) {
+        refused_ = true;
+        if (!impossible) Fail(entry, entry.refusal);
+        return false;
+    }
     entry.valid = false;
     entry.text.Set(section, key, value);
     entry.edits.push_back({std::string(section), std::string(key), std::string(value)});
@@ -161,7 +165,7 @@ bool IniFiles::Replace(Entry& entry) {
 }
 
 bool IniFiles::ReplaceAll() {
-    bool done = true;
+    bool done = !std::exchange(refused_, false);
     for (auto& [path, entry] : byRealPath_) {
         if (!entry->edits.empty()) done = Replace(*entry) && done;
     }

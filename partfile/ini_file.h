@@ -86,6 +86,7 @@ class IniFiles {
     std::unique_ptr<Entry> impossible_;                 // for every path that no file can have
     int scopes_ = 0;
     int writeScopes_ = 0;
+    bool refused_ = false; // a write in the current scope never got as far as an edit
     std::vector<WriteFailure> failures_;
 };
 
@@ -112,8 +113,8 @@ class WriteScope {
     WriteScope(const WriteScope&) = delete;
     WriteScope& operator=(const WriteScope&) = delete;
 
-    /// Ends the scope: false when a file couldn't be replaced (then see TakeWriteFailures). An
-    /// inner scope leaves the work to the outermost and gives true.
+    /// Ends the scope: false when a file couldn't be written or replaced (then see
+    /// TakeWriteFailures). An inner scope leaves the work to the outermost and gives true.
     bool Commit();
 
   private:

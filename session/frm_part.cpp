@@ -21,6 +21,7 @@ namespace zentrel {
 namespace {
 
 constexpr std::string_view kModeMenu = "mnuMode";
+constexpr std::string_view kNoMode = "Mode"; // the hidden entry's caption at start
 constexpr std::int16_t kFirstRegisterLength = 20;
 constexpr std::int16_t kFirstControlLength = 2;
 
@@ -181,6 +182,7 @@ void FrmPart::ClearScreens() {
     part.tabdata.Clear();
     menu.TrimItems(kModeMenu, 1);
     menu(kModeMenu, 0).Visible = false;
+    menu(kModeMenu, 0).Caption = kNoMode;
 }
 
 void FrmPart::Form_Unload(bool& Cancel) {

@@ -50,11 +50,11 @@ void FrmPart::RestoreModeString(std::string_view name) {
     if (mode >= 0) RestoreMode(mode);
 }
 
-// The first entry stays when the device has no modes, hidden and with its old caption.
+// A device without modes has the first entry all the same, hidden, and it answers to its caption.
 int FrmPart::FindMode(std::string_view name) const {
     for (int i = 0; i < menu.ItemCount(kModeMenu); ++i) {
         const MenuItem& item = menu(kModeMenu).children[static_cast<std::size_t>(i)];
-        if (item.Visible && EqualNoCase(item.Caption, name)) return i;
+        if (EqualNoCase(item.Caption, name)) return i;
     }
     return -1;
 }

@@ -29,7 +29,11 @@ bool RaiseRunningProgram() {
                 QLatin1String(kBusName), QStringLiteral("/org/zentrel"),
                 QStringLiteral("org.zentrel.Zentrel"), QStringLiteral("Raise"));
             call.setAutoStartService(false);
-            connection.call(call, QDBus::Block, kPatience);
+            const QDBusMessage answer = connection.call(call, QDBus::Block, kPatience);
+            // One that was just about to end leaves the place to the caller.
+            if (answer.type() != QDBusMessage::ReplyMessage) {
+                running = bus->isServiceRegistered(QLatin1String(kBusName));
+            }
         }
     }
     QDBusConnection::disconnectFromBus(name);

@@ -1,5 +1,7 @@
 #include "automation/dbus/service.h"
 
+#include <algorithm>
+
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -27,6 +29,10 @@ QString Latin(std::string_view text) {
 
 [[noreturn]] void NoObject(const QDBusMessage& call) {
     throw BadCall("UnknownObject", "There is no object at " + call.path().toStdString());
+}
+
+bool IsMeant(const QDBusMessage& call, const objects::ObjectRef& facet) {
+    return call.interface().isEmpty() || call.interface() == InterfaceOf(facet.table());
 }
 
 } // namespace
@@ -109,9 +115,13 @@ void Service::ServeWaiting() {
 void Service::Admit(const Waiting& waiting) {
     const auto answer = std::make_shared<QVariantList>();
     door_.Admit(
-        TurnFor(waiting.call), [this, waiting, answer] { *answer = AnswerTo(waiting.call); },
+        TurnFor(waiting.call),
+        [this, waiting, answer] {
+            // Its caller went with its bus: what it would hold from here on nobody could release.
+            if (waiting.bus.isConnected()) *answer = AnswerTo(waiting.call);
+        },
         [waiting, answer](const std::exception_ptr& failure) {
-            if (!waiting.call.isReplyRequired()) return;
+            if (!waiting.call.isReplyRequired() || !waiting.bus.isConnected()) return;
             if (!failure) {
                 waiting.bus.send(waiting.call.createReply(*answer));
                 return;
@@ -129,9 +139,17 @@ Turn Service::TurnFor(const QDBusMessage& call) const {
     }
     const Turn turn = TurnOf(member);
     if (turn != Turn::StopFirst) return turn;
-    // For the device that is loaded already it does nothing, and stops nothing.
-    const bool loaded = view::ToModel(call.arguments().value(0).toString()) == frm_.part.ID;
+    // What can't be served stops nothing, nor does the name of the device that is loaded already.
+    if (call.signature() != QLatin1String("s") || !Reaches(call)) return Turn::Idle;
+    const bool loaded = view::ToModel(call.arguments()[0].toString()) == frm_.part.ID;
     return loaded ? Turn::Pause : turn;
+}
+
+bool Service::Reaches(const QDBusMessage& call) const {
+    const auto facets = objects_.At(call.path().toStdString());
+    return std::any_of(facets.begin(), facets.end(), [&](const objects::ObjectRef& facet) {
+        return IsMeant(call, facet) && MemberOf(facet, call.member()) != nullptr;
+    });
 }
 
 QVariantList Service::AnswerTo(const QDBusMessage& call) {
@@ -154,7 +172,7 @@ QVariantList Service::CallObject(const QDBusMessage& call) {
     const auto facets = objects_.At(call.path().toStdString());
     if (facets.empty()) NoObject(call);
     for (const auto& facet : facets) {
-        if (!call.interface().isEmpty() && call.interface() != InterfaceOf(facet.table())) continue;
+        if (!IsMeant(call, facet)) continue;
         const Member* member = MemberOf(facet, call.member());
         if (member == nullptr) continue;
         QVariantList answer = CallMember(facet, *member, call.arguments(), objects_);

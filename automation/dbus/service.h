@@ -59,6 +59,8 @@ class Service : public QDBusVirtualObject {
     void ServeWaiting();
     void Admit(const Waiting& waiting);
     Turn TurnFor(const QDBusMessage& call) const;
+    /// Whether something at its path has the member.
+    bool Reaches(const QDBusMessage& call) const;
     QVariantList AnswerTo(const QDBusMessage& call);
     QVariantList CallObject(const QDBusMessage& call);
     const objects::ObjectRef& Facet(const std::vector<objects::ObjectRef>& facets,

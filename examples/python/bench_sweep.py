@@ -9,7 +9,9 @@ and without one: on the program that runs, or one that the bus starts.
 
 import argparse
 import csv
+import math
 import sys
+from xml.sax.saxutils import escape
 
 from zentrel import Zentrel, ZentrelError
 
@@ -19,7 +21,7 @@ WIDTH, HEIGHT, MARGIN = 720, 360, 56
 def sweep(bench, pll, first, last, step):
     """One row for each frequency in MHz: asked, planned, deviation in kHz, N, words that differ."""
     rows = []
-    count = round((last - first) / step)
+    count = math.floor((last - first) / step + 1e-9)
     for i in range(count + 1):
         asked = first + i * step
         bench.SetVCOFrequency(pll, asked)
@@ -75,7 +77,7 @@ def write_svg(path, rows, title):
             f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}" '
             f'font-family="sans-serif" font-size="12">'
             f'<rect width="{WIDTH}" height="{HEIGHT}" fill="white"/>'
-            f'<text x="{MARGIN}" y="28" font-size="15">{title}</text>'
+            f'<text x="{MARGIN}" y="28" font-size="15">{escape(title)}</text>'
             f'<line x1="{MARGIN}" y1="{zero:.1f}" x2="{WIDTH - MARGIN}" y2="{zero:.1f}" '
             f'stroke="#bbb"/>'
             f'<polyline points="{" ".join(points)}" fill="none" stroke="#1565c0"/>{dots}'

@@ -88,6 +88,9 @@ class Remote:
         item._known()  # raises ZentrelError where there is nothing
         return item
 
+    def __bool__(self):
+        return True  # an object, whether or not it counts anything
+
     def __len__(self):
         return self.Count
 
@@ -97,7 +100,8 @@ class Remote:
     def _method(self, interface, name, forms, arguments):
         signature = next((form for form in forms if len(form) == len(arguments)), None)
         if signature is None:
-            raise TypeError(f"{name} takes {' or '.join(forms) or 'nothing'}, not {arguments}")
+            known = " or ".join(f"({', '.join(form)})" for form in forms)
+            raise TypeError(f"{name} takes {known}, not {arguments}")
         typed = [_TYPES[t](a) if t in _TYPES else a for t, a in zip(signature, arguments)]
         return self._call(interface, name, "".join(signature), typed)
 
@@ -173,4 +177,5 @@ class Zentrel(Remote):
         """Lets the program go; the last client's end closes its window."""
         if not self._attached:
             object.__setattr__(self, "_attached", True)
-            self._call("org.zentrel.Client", "Release", "", [])
+            if self._bus.name_has_owner(BUS_NAME):  # else the call would start another program
+                self._call("org.zentrel.Client", "Release", "", [])

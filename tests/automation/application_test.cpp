@@ -321,6 +321,7 @@ TEST_F(ClientTest, modes_go_by_number_and_by_name_in_any_case) {
     Select("QVX2691");
     EXPECT_FALSE(client.CheckModeText("Receive")) << "a mode of the device before";
     client.SetModeText("Receive");
+    EXPECT_TRUE(client.CheckModeText("MODE")) << "the entry that waits for the first mode";
 }
 
 TEST_F(ClientTest, the_check_marks_the_route_and_the_window_follow) {

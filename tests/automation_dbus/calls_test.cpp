@@ -146,6 +146,7 @@ TEST_F(CallsTest, what_cannot_be_done_is_an_error_by_name_and_changes_nothing) {
           {"AddBurst", {QStringLiteral("1,5"), Short(2)}, "org.zentrel.Error.TypeMismatch"},
           {"SetPrgmBitValue", {QStringLiteral("N_INT"), 1e12}, "org.zentrel.Error.Overflow"},
           {"SaveSetup", {QStringLiteral("/nowhere/at/all.mac")}, "org.zentrel.Error.FileAccess"},
+          {"SaveSetup", {QStringLiteral("..")}, "org.zentrel.Error.FileAccess"},
           {"Nope", {}, "org.freedesktop.DBus.Error.UnknownMethod"}});
     EXPECT_EQ(client.Text(client.Call(QLatin1String(kApp), QStringLiteral("GetVersionID"), {},
                                       QStringLiteral("org.zentrel.Other"))),

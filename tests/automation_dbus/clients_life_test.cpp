@@ -107,6 +107,28 @@ TEST_F(ClientsLifeTest, another_part_ends_the_burst_first_and_the_same_part_leav
     EXPECT_EQ(part().ID, "QVX2691");
 }
 
+TEST_F(ClientsLifeTest, a_choice_of_part_that_cannot_be_served_leaves_the_burst_running) {
+    BusClient bench, other;
+    LoadBurst(bench);
+    Beside([&] {
+        const QDBusPendingCall run = bench.Begin(QLatin1String(kApp), QStringLiteral("StartBurst"));
+        ASSERT_TRUE(Soon([&] { return Runs(other); }));
+        const QString select = QStringLiteral("SelectPart"), part = QStringLiteral("QVX2691");
+        const std::vector<QDBusPendingCall> calls{
+            other.Begin(QLatin1String(kApp), select), other.Begin(QLatin1String(kApp), select, {5}),
+            other.Begin(QLatin1String(kApp), select, {part, part}),
+            other.Begin(QStringLiteral("/org/zentrel/Wire"), select, {part}),
+            other.Begin(QStringLiteral("/nowhere"), select, {part})};
+        QThread::msleep(50);
+        EXPECT_TRUE(Runs(other));
+        other.Told("StopBurst");
+        BusClient::Wait(run);
+        for (const QDBusPendingCall& call : calls)
+            EXPECT_EQ(BusClient::Wait(call).type(), QDBusMessage::ErrorMessage);
+    });
+    EXPECT_EQ(part().ID, "QVX2874");
+}
+
 TEST_F(ClientsLifeTest, a_hundred_clients_come_and_go_at_once) {
     std::vector<Client> clients;
     std::vector<QDBusPendingCall> calls;
@@ -207,6 +229,45 @@ TEST_F(BusLifeTest, a_bus_that_ends_leaves_the_window_and_a_new_one_is_joined) {
     }));
     BusClient bench(bus.Address());
     EXPECT_EQ(bench.Told("CheckPLLName", {QStringLiteral("PLL1")}), "true");
+}
+
+TEST_F(BusLifeTest, a_client_that_waits_for_its_object_when_the_bus_ends_holds_nothing) {
+    TestBus bus;
+    StartProgram(bus.Address());
+    BusClient holder(bus.Address()), waits(bus.Address());
+    holder.Call(QLatin1String(kFront), QStringLiteral("Create"));
+    ASSERT_TRUE(frm().session.bOLEServer);
+    frm().guard.Run([&] {
+        waits.Begin(QLatin1String(kFront), QStringLiteral("Create"));
+        QTest::qWait(100);
+        bus.Stop();
+        EXPECT_TRUE(Until([&] { return !frm().session.bOLEServer; }));
+    });
+    EXPECT_FALSE(frm().session.bOLEServer) << "the engineer can close the window";
+}
+
+// A program that ends just when it is asked for its window.
+class Ending : public QDBusVirtualObject {
+  public:
+    Ending() {
+        client_->bus().registerVirtualObject(QLatin1String(kFront), this);
+        client_->bus().registerService(QLatin1String(dbus::kBusName));
+    }
+    bool handleMessage(const QDBusMessage&, const QDBusConnection&) override {
+        QTimer::singleShot(0, this, [this] { client_.reset(); });
+        return true;
+    }
+    QString introspect(const QString&) const override { return {}; }
+
+  private:
+    Client client_ = std::make_unique<BusClient>();
+};
+
+TEST_F(BusLifeTest, a_start_while_the_first_program_ends_is_a_first_start) {
+    Ending first;
+    bool raised = true;
+    Beside([&] { raised = dbus::RaiseRunningProgram(); });
+    EXPECT_FALSE(raised);
 }
 
 TEST_F(BusLifeTest, without_a_bus_the_program_runs_all_the_same) {

@@ -139,7 +139,12 @@ TEST_F(IniFilesOnDisk, what_cant_be_read_gives_defaults_at_once_and_the_reason) 
     for (const auto& file : {file_, folder_ / "pipe.ini", folder_ / "huge.ini"}) {
         EXPECT_EQ(ini_.GetPrivateSetting(file, "s", "k", "default"), "default");
         EXPECT_TRUE(ini_.ReadFailure(file)) << file;
+        WriteScope save(ini_);
+        EXPECT_FALSE(ini_.SetPrivateSetting(file, "s", "k", "1"));
+        EXPECT_FALSE(save.Commit()) << "nothing of it was saved";
+        EXPECT_EQ(ini_.TakeWriteFailures().size(), 1U);
     }
+    EXPECT_TRUE(ini_.SetPrivateSetting(folder_ / "other.ini", "s", "k", "1"));
     EXPECT_EQ(ini_.ReadFailure(folder_ / "missing.ini"), std::nullopt);
 }
 

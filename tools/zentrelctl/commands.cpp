@@ -28,6 +28,7 @@ QVariant OneOrAll(const QVariantList& answer) {
 // The path element of a step's argument: a position as it stands, a key with its odd characters
 // written as codes.
 QString ElementOf(const Step& step) {
+    if (step.arguments.size() != 1) throw BadUsage(step.name + " takes one key or position");
     const std::string& argument = step.arguments.front();
     const bool position =
         !step.quoted.front() && std::all_of(argument.begin(), argument.end(), IsDigit);
@@ -96,6 +97,7 @@ QVariant Commands::CallAt(const QString& path, const Node& node, const QString& 
 QVariant Commands::Operation(const QString& name, const QStringList& words) const {
     const Node node = program_.Introspect(kApplicationPath);
     if (const Property* property = node.FindProperty(name)) {
+        if (!words.isEmpty()) throw BadUsage(property->name.toStdString() + " takes no arguments");
         return program_.Get(kApplicationPath, node.InterfaceOf(name), property->name);
     }
     if (node.Methods(name).empty()) {
@@ -105,17 +107,17 @@ QVariant Commands::Operation(const QString& name, const QStringList& words) cons
     return CallAt(kApplicationPath, node, name, words, {});
 }
 
-// An object is shown by its properties, a collection by its keys.
+// An object is shown by its properties, a collection by its keys, or by its properties too when it
+// holds plain values.
 QVariant Commands::Contents(const QString& path, const Node& node) const {
-    const bool collection =
-        !node.children.isEmpty() && !node.Methods(QStringLiteral("Item")).empty();
-    if (collection || node.interfaces.empty()) {
-        QVariantList keys;
-        for (const QString& child : node.children)
-            keys << QString::fromStdString(dbus::NameOf(child.toStdString()));
-        return keys;
-    }
-    return program_.GetAll(path, node.interfaces.front().name);
+    QVariantList keys;
+    for (const QString& child : node.children)
+        keys << QString::fromStdString(dbus::NameOf(child.toStdString()));
+    const bool collection = !node.Methods(QStringLiteral("Item")).empty();
+    if (node.interfaces.empty() || (collection && !keys.isEmpty())) return keys;
+    const QVariantMap properties = program_.GetAll(path, node.interfaces.front().name);
+    const bool empty = collection && properties.value(QStringLiteral("Count")).toInt() == 0;
+    return empty ? QVariant(keys) : properties;
 }
 
 QVariant Commands::Get(const QString& expression) const {

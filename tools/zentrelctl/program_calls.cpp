@@ -17,6 +17,7 @@ bool MeansNoProgram(const QString& error) {
     return error == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown") ||
            error == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner") ||
            error == QLatin1String("org.freedesktop.DBus.Error.Disconnected") ||
+           error == QLatin1String("org.freedesktop.DBus.Error.TimedOut") || // of its start
            error.startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn"));
 }
 

@@ -1,5 +1,6 @@
 #include "tools/zentrelctl/text_values.h"
 
+#include <cmath>
 #include <limits>
 
 #include <QDBusArgument>
@@ -16,8 +17,7 @@ namespace {
 
 template<typename Integer>
 std::optional<QVariant> Whole(double number) {
-    if (number != static_cast<double>(static_cast<std::int64_t>(number)) ||
-        number < std::numeric_limits<Integer>::min() ||
+    if (number != std::trunc(number) || number < std::numeric_limits<Integer>::min() ||
         number > std::numeric_limits<Integer>::max()) {
         return {};
     }
