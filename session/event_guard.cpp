@@ -7,6 +7,21 @@
 #include "device/part.h"
 
 namespace zentrel {
+namespace {
+
+// However a scope ends, what comes later has its turn.
+class FlagScope {
+  public:
+    explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
+    ~FlagScope() { flag_ = false; }
+    FlagScope(const FlagScope&) = delete;
+    FlagScope& operator=(const FlagScope&) = delete;
+
+  private:
+    bool& flag_;
+};
+
+} // namespace
 
 EventGuard::Stay::Stay(EventGuard& guard)
     : guard_(guard), before_{guard.part_.Updating, guard.part_.session().bDisplayUpdating,
@@ -86,14 +101,14 @@ void EventGuard::ServePause() {
 void EventGuard::EndEvent(const std::function<void()>& follow) {
     if (busy()) return;
     if (follow) follow();
-    if (std::exchange(serving_, true)) return;
+    if (serving_) return;
+    const FlagScope serving(serving_);
     while (!ticks_.empty() || !waiting_.empty()) {
         auto& queue = ticks_.empty() ? waiting_ : ticks_;
         const auto event = std::move(queue.front());
         queue.pop_front();
         Run(event);
     }
-    serving_ = false;
 }
 
 } // namespace zentrel

@@ -243,6 +243,19 @@ TEST_F(SessionStart, what_comes_while_an_event_holds_the_thread_waits_its_turn) 
     EXPECT_EQ(order, "abcde");
 }
 
+TEST_F(SessionStart, a_window_that_fails_to_follow_once_leaves_nobody_waiting_for_good) {
+    Start();
+    int follows = 0, served = 0;
+    frm.guard.AfterEvent = [&] {
+        if (++follows == 2) throw std::runtime_error("no memory for a label");
+    };
+    const auto wait = [&] { frm.guard.RunWhenIdle([&] { ++served; }); };
+    EXPECT_THROW(frm.guard.Run(wait), std::runtime_error);
+    EXPECT_EQ(served, 1);
+    frm.guard.Run(wait);
+    EXPECT_EQ(served, 2);
+}
+
 TEST_F(SessionStart, the_pauses_of_a_burst_serve_ticks_and_nothing_that_must_wait) {
     Start();
     std::string order;
