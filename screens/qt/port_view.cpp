@@ -151,8 +151,9 @@ QWidget* PortView::MakeLines() {
         auto* strip = new OptionStrip(
             hand_, line.frame,
             [&options = line.options](std::size_t i) { return ElementRef<Option>(options[i]); },
-            line.options.size(), [this, select = line.select](int i) { (model_.*select)(i); },
-            line.name, 0, frame);
+            line.options.size(),
+            [&model = model_, select = line.select](int i) { (model.*select)(i); }, line.name, 0,
+            frame);
         lines_.push_back(strip);
         column->addWidget(strip);
     }
