@@ -28,6 +28,9 @@ void Watch::Run() {
     QEventLoop loop;
     const QDBusServiceWatcher watcher(kBusName, bus, QDBusServiceWatcher::WatchForUnregistration);
     connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &loop, &QEventLoop::quit);
+    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &loop,
+                SLOT(quit()));
     loop.exec();
 }
 
