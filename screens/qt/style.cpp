@@ -269,16 +269,14 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
         return m.textHeight;
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
+    case PM_FocusFrameHMargin:
+    case PM_ToolTipLabelFrameWidth:
         return m.unit - 1;
     case PM_ScrollBarExtent:
         return m.unit + m.half + 1;
     case PM_DefaultFrameWidth:
         if (widget && widget->inherits("QPlainTextEdit")) return m.half;
         return widget && widget->inherits("QLineEdit") ? m.half / 2 : 1;
-    case PM_FocusFrameHMargin:
-        return m.unit - 1;
-    case PM_ToolTipLabelFrameWidth:
-        return m.unit - 1;
     case PM_DockWidgetTitleMargin:
         return m.half;
     case PM_TabBarTabHSpace:

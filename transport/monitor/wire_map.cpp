@@ -49,7 +49,7 @@ WireMap::Field FieldOf(const cPart& part, const cPrgmBits& from) {
 
 std::string WireMap::Field::Text(const BitWord& word) const {
     const std::uint64_t bits = FieldBits(word, position, length, inverted);
-    const std::string plain = NumberToText(static_cast<double>(bits));
+    std::string plain = NumberToText(static_cast<double>(bits));
     if (bitsOnly) return plain;
     if (!values.empty() && !strings.empty()) {
         for (std::size_t i = 0; i < std::min(values.size(), strings.size()); ++i) {
