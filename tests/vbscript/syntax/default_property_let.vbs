@@ -1,2 +1,2 @@
 WScript.Echo "never"
-Class C : Public Default Property Let x(y) : End Property : End Class ' !! 1058 'Default' specification can only be on Property Get
+Class C : Public Default Property Let x(y) : End Property : End Class ' !! 1058 'Default' can only be on Property Get
